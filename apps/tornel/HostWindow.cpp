@@ -1,0 +1,336 @@
+#include "HostWindow.h"
+
+#include "HostIcon.h"
+#include "HostLists.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using oVELDRA::Database;
+using oVELDRA::RuntimeError;
+
+namespace tornel {
+
+namespace {
+
+/// A result of the product picker: the property it comes from and what the user calls it.
+struct ResultField
+{
+    QStringView property;
+    QStringView caption;
+    int row;
+    int column;
+    int span;
+};
+
+constexpr std::array<ResultField, 9> resultFields{{
+    {u"OK", u"Elegido", 0, 0, 1},
+    {u"CATNRO", u"Catálogo", 0, 1, 1},
+    {u"PRDNRO", u"Producto", 0, 2, 1},
+    {u"PRDDES", u"Descripción", 1, 0, 2},
+    {u"PRDNCM", u"Posición", 1, 2, 1},
+    {u"PRDSUF", u"Sufijos", 2, 0, 2},
+    {u"PRDUNI", u"Unidad", 2, 2, 1},
+    {u"PRDPAI", u"País", 3, 0, 1},
+    {u"PRDPRE", u"Precio unitario", 3, 1, 1},
+}};
+
+QString number(double value, int decimals)
+{
+    return QLocale().toString(value, 'f', decimals);
+}
+
+QString count(qint64 value)
+{
+    return QLocale().toString(value);
+}
+
+QStandardItem* cell(const QString& text, bool isNumber = false)
+{
+    auto* const item = new QStandardItem(text);
+    item->setEditable(false);
+    if (isNumber) {
+        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    return item;
+}
+
+QTableView* makeTable(const QString& name, const QString& accessibleName, QStandardItemModel* model)
+{
+    auto* const table = new QTableView;
+    table->setObjectName(name);
+    table->setAccessibleName(accessibleName);
+    table->setModel(model);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setTabKeyNavigation(false);
+    table->setAlternatingRowColors(true);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setStretchLastSection(true);
+    return table;
+}
+
+/// New rows in the place of the old ones; the current row stays the one that it was.
+void replaceRows(QTableView* table, QStandardItemModel* model, const QList<QList<QStandardItem*>>& rows)
+{
+    const int current = table->currentIndex().row();
+    const QSignalBlocker quiet(table->selectionModel());
+    model->setRowCount(0);
+    for (const auto& row : rows) {
+        model->appendRow(row);
+    }
+    if (current >= 0 && current < model->rowCount()) {
+        table->setCurrentIndex(model->index(current, 0));
+    }
+}
+
+} // namespace
+
+HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget* parent)
+    : QMainWindow(parent), m_session(session)
+{
+    setObjectName(u"winTornel"_s);
+    setWindowTitle(u"Tornel: declaraciones del despachante"_s);
+    setWindowIcon(hostIcon());
+
+    auto* const central = new QWidget;
+    auto* const layout = new QVBoxLayout(central);
+    layout->addWidget(makeContext());
+    layout->addWidget(makeOperations());
+    layout->addWidget(makeLists(), 1);
+    layout->addWidget(makeResult());
+    setCentralWidget(central);
+    makeMenus();
+
+    auto* const place = new QLabel(u"Datos: %1"_s.arg(dataFolder));
+    place->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(place, 1);
+    statusBar()->addPermanentWidget(new QLabel(u"Configuración regional: %1"_s.arg(QLocale().name())));
+
+    reloadLists();
+    m_declarations->resizeColumnsToContents();
+    m_exports->resizeColumnsToContents();
+    showProduct();
+    m_declarations->setFocus();
+    m_declarations->setCurrentIndex(m_declarationRows->index(0, 0));
+}
+
+QWidget* HostWindow::makeContext()
+{
+    auto* const box = new QGroupBox(u"Contexto"_s);
+    auto* const layout = new QHBoxLayout(box);
+    const auto add = [layout](const QString& name, const QString& caption, const QString& accessibleName, int stretch) {
+        auto* const edit = new QLineEdit;
+        edit->setObjectName(name);
+        edit->setAccessibleName(accessibleName);
+        auto* const label = new QLabel(caption);
+        label->setBuddy(edit);
+        layout->addWidget(label);
+        layout->addWidget(edit, stretch);
+        return edit;
+    };
+    m_interno = add(u"txtInterno"_s, u"I&nterno:"_s, u"Interno"_s, 3);
+    m_customs = add(u"txtAduana"_s, u"&Aduana:"_s, u"Aduana"_s, 1);
+    m_subitem = add(u"txtSubitem"_s, u"S&ubítem de exportación:"_s, u"Subítem de exportación"_s, 2);
+    m_customs->setText(u"001"_s);
+    return box;
+}
+
+QAction* HostWindow::makeOperation(Operation operation, const QString& caption, Qt::Key key, const QString& tip)
+{
+    auto* const action = new QAction(caption, this);
+    action->setShortcut(key);
+    action->setStatusTip(tip);
+    connect(action, &QAction::triggered, this, [this, operation] { run(operation); });
+    m_operations[static_cast<std::size_t>(operation)] = action;
+    return action;
+}
+
+QWidget* HostWindow::makeOperations()
+{
+    const auto operation = [this](Operation which, const QString& name, const QString& caption, Qt::Key key,
+                                  const QString& tip) {
+        QAction* const action = makeOperation(which, caption, key, tip);
+        auto* const button =
+            new QPushButton(caption + u"  ("_s + action->shortcut().toString(QKeySequence::NativeText) + u')');
+        button->setObjectName(name);
+        button->setAccessibleName(QString(caption).remove(u'&'));
+        button->setAccessibleDescription(tip);
+        button->setToolTip(tip);
+        button->setMinimumHeight(button->sizeHint().height() * 3 / 2);
+        connect(button, &QPushButton::clicked, action, &QAction::trigger);
+        return button;
+    };
+    auto* const panel = new QWidget;
+    auto* const layout = new QHBoxLayout(panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(operation(Operation::PickProduct, u"btnMostrar"_s, u"&Elegir producto"_s, Qt::Key_F2,
+                                u"Elegir un producto de un catálogo"_s));
+    layout->addWidget(operation(Operation::Import, u"btnImportar"_s, u"I&mportar declaración"_s, Qt::Key_F3,
+                                u"Pasar la declaración del interno al stock de insumos"_s));
+    layout->addWidget(operation(Operation::Declarations, u"btnMostrarDIT"_s, u"&Declaraciones (DIT)"_s, Qt::Key_F4,
+                                u"Ver y corregir las declaraciones del stock de insumos"_s));
+    layout->addWidget(operation(Operation::SubitemInputs, u"btnVerINSxSBT"_s, u"Insumos del &subítem"_s, Qt::Key_F5,
+                                u"Ver los insumos que descargó el subítem de exportación"_s));
+    return panel;
+}
+
+QWidget* HostWindow::makeLists()
+{
+    m_declarationRows = new QStandardItemModel(this);
+    m_declarationRows->setHorizontalHeaderLabels({u"Interno"_s, u"Ítems"_s, u"Subítems"_s, u"FOB total"_s,
+                                                  u"Cambio FOB"_s, u"Cambio flete"_s, u"Cambio seguro"_s,
+                                                  u"Stock de insumos"_s});
+    m_declarations = makeTable(u"tblDeclaraciones"_s, u"Declaraciones de importación temporaria"_s, m_declarationRows);
+    connect(m_declarations->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { takeDeclaration(current.row()); });
+    connect(m_declarations, &QTableView::activated, this, [this] { run(Operation::Import); });
+
+    m_exportRows = new QStandardItemModel(this);
+    m_exportRows->setHorizontalHeaderLabels(
+        {u"Interno"_s, u"Subítem"_s, u"Exportación"_s, u"Fecha"_s, u"Factura"_s, u"Descargas"_s});
+    m_exports = makeTable(u"tblExportaciones"_s, u"Subítems de exportación con descargas"_s, m_exportRows);
+    connect(m_exports->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { takeExport(current.row()); });
+    connect(m_exports, &QTableView::activated, this, [this] { run(Operation::SubitemInputs); });
+
+    auto* const tabs = new QTabWidget;
+    tabs->setObjectName(u"tabListas"_s);
+    tabs->setAccessibleName(u"Listas"_s);
+    tabs->addTab(m_declarations, u"Importaciones &temporarias"_s);
+    tabs->addTab(m_exports, u"E&xportaciones"_s);
+    return tabs;
+}
+
+QWidget* HostWindow::makeResult()
+{
+    auto* const box = new QGroupBox(u"Producto elegido"_s);
+    auto* const grid = new QGridLayout(box);
+    for (std::size_t i = 0; i < resultFields.size(); ++i) {
+        const ResultField& field = resultFields[i];
+        const QString caption = field.caption.toString();
+        auto* const value = new QLabel;
+        value->setObjectName(u"res"_s + field.property);
+        value->setAccessibleName(caption);
+        value->setTextFormat(Qt::PlainText);
+        value->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        value->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
+        // A long suffix text must not widen the window.
+        value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        auto* const name = new QLabel(caption + u':');
+        name->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(name, field.row, field.column * 2);
+        grid->addWidget(value, field.row, field.column * 2 + 1, 1, field.span * 2 - 1);
+        m_result[i] = value;
+    }
+    for (const int column : {1, 3, 5}) {
+        grid->setColumnStretch(column, 1);
+    }
+    return box;
+}
+
+void HostWindow::makeMenus()
+{
+    QMenu* const operations = menuBar()->addMenu(u"&Operaciones"_s);
+    for (QAction* const action : m_operations) {
+        operations->addAction(action);
+    }
+    operations->addSeparator();
+    QAction* const quit = operations->addAction(u"&Salir"_s);
+    quit->setShortcut(Qt::CTRL | Qt::Key_Q);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+}
+
+void HostWindow::run(Operation operation)
+{
+    try {
+        m_session.run(operation, {m_interno->text(), m_customs->text(), m_subitem->text()});
+    } catch (const RuntimeError& error) {
+        QMessageBox::critical(this, QApplication::applicationDisplayName(),
+                              u"%1 - %2"_s.arg(QString::number(error.number()), error.description()));
+    }
+    showProduct();
+    reloadLists();
+}
+
+void HostWindow::reloadLists()
+{
+    QList<QList<QStandardItem*>> declarations;
+    QList<QList<QStandardItem*>> exports;
+    try {
+        auto& inputs = m_session.database(Database::Inputs);
+        for (const auto& row : lists::declarations(m_session.database(Database::Host), inputs)) {
+            declarations.append({cell(row.interno), cell(count(row.items), true), cell(count(row.subitems), true),
+                                 cell(number(row.fobTotal, 2), true), cell(number(row.fobFactor, 4), true),
+                                 cell(number(row.freightFactor, 4), true), cell(number(row.insuranceFactor, 4), true),
+                                 cell(row.imported.isEmpty() ? u"Sin importar"_s : row.imported)});
+        }
+        for (const auto& row : lists::exportSubitems(inputs)) {
+            exports.append({cell(row.interno), cell(QString::number(row.subitem), true), cell(row.number),
+                            cell(row.date.toString(u"dd/MM/yyyy"_s)), cell(row.invoice),
+                            cell(count(row.inputs), true)});
+        }
+    } catch (const RuntimeError& error) {
+        QMessageBox::critical(
+            this, QApplication::applicationDisplayName(),
+            u"No se pueden leer las listas.\n\n%1 - %2"_s.arg(QString::number(error.number()), error.description()));
+    }
+    replaceRows(m_declarations, m_declarationRows, declarations);
+    replaceRows(m_exports, m_exportRows, exports);
+}
+
+void HostWindow::showProduct()
+{
+    const PickedProduct product = m_session.product();
+    const std::array<QString, 9> texts{product.ok ? u"Sí"_s : u"No"_s,
+                                       product.catalog,
+                                       product.code,
+                                       product.description,
+                                       product.position,
+                                       product.suffixes,
+                                       product.unit,
+                                       product.country,
+                                       number(product.price, 2)};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        m_result[i]->setText(texts[i]);
+        m_result[i]->setToolTip(texts[i]);
+    }
+}
+
+void HostWindow::takeDeclaration(int row)
+{
+    if (const QStandardItem* const interno = m_declarationRows->item(row)) {
+        m_interno->setText(interno->text());
+    }
+}
+
+void HostWindow::takeExport(int row)
+{
+    if (const QStandardItem* const interno = m_exportRows->item(row)) {
+        m_interno->setText(interno->text());
+        m_subitem->setText(m_exportRows->item(row, 1)->text());
+    }
+}
+
+} // namespace tornel

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "HostSession.h"
+
+#include <QMainWindow>
+
+#include <array>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStandardItemModel;
+class QTableView;
+class QTabWidget;
+
+namespace tornel {
+
+/// The host's window: its context, its declarations, and the entry operations of the component.
+class HostWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// The session is not owned and must outlive the window.
+    HostWindow(HostSession& session, const QString& dataFolder, QWidget* parent = nullptr);
+
+private:
+    [[nodiscard]] QWidget* makeContext();
+    [[nodiscard]] QWidget* makeOperations();
+    [[nodiscard]] QWidget* makeLists();
+    [[nodiscard]] QWidget* makeResult();
+    void makeMenus();
+
+    [[nodiscard]] QAction* makeOperation(Operation operation, const QString& caption, Qt::Key key, const QString& tip);
+    void run(Operation operation);
+    void reloadLists();
+    void showProduct();
+    void takeDeclaration(int row);
+    void takeExport(int row);
+
+    HostSession& m_session;
+    QLineEdit* m_interno = nullptr;
+    QLineEdit* m_customs = nullptr;
+    QLineEdit* m_subitem = nullptr;
+    std::array<QAction*, 4> m_operations{};
+    QTableView* m_declarations = nullptr;
+    QStandardItemModel* m_declarationRows = nullptr;
+    QTableView* m_exports = nullptr;
+    QStandardItemModel* m_exportRows = nullptr;
+    std::array<QLabel*, 9> m_result{};
+};
+
+} // namespace tornel

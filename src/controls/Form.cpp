@@ -1,0 +1,227 @@
+#include "Form.h"
+
+#include <controls/ClCntrl.h>
+#include <controls/ListView.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QChildEvent>
+#include <QFontMetrics>
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace oVELDRA::controls {
+
+namespace {
+
+/// The modifiers that tell keys apart. The keypad's keys count as their twins.
+constexpr Qt::KeyboardModifiers TellingModifiers = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+
+int withoutKeypad(int key)
+{
+    return key == Qt::Key_Enter ? static_cast<int>(Qt::Key_Return) : key;
+}
+
+void enlarge(QWidget& label, double factor)
+{
+    QFont font = label.font();
+    if (font.pointSizeF() > 0) {
+        font.setPointSizeF(font.pointSizeF() * factor);
+    } else {
+        font.setPixelSize(qRound(font.pixelSize() * factor));
+    }
+    font.setBold(true);
+    label.setFont(font);
+}
+
+} // namespace
+
+Form::Form(core::Component& component, const QString& name, const QString& caption)
+    : m_component(component), m_body(new QVBoxLayout(this))
+{
+    setObjectName(name);
+    setWindowTitle(caption);
+    setAccessibleName(caption);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    const int unit = fontMetrics().height();
+    m_body->setContentsMargins(unit, unit, unit, unit / 2);
+    m_body->setSpacing(unit / 2);
+    watch(*this);
+}
+
+Form::~Form() = default;
+
+void Form::showModal()
+{
+    m_binders.clear();
+    designState();
+    Form_Load();
+    watch(*this); // the binders have come before the table
+    const QWidget* host = QApplication::activeWindow();
+    if (host != nullptr && host != this) {
+        winId(); // there is a window handle only then
+        windowHandle()->setTransientParent(host->windowHandle()); // else the host's window could hide the form it waits for
+    }
+    exec();
+}
+
+void Form::unload()
+{
+    done(Rejected);
+}
+
+void Form::setKeys(std::vector<KeyBinding> keys)
+{
+    m_keys = std::move(keys);
+}
+
+void Form::bindTextBoxes(std::initializer_list<QLineEdit*> textBoxes)
+{
+    for (QLineEdit* textBox : textBoxes) {
+        m_binders.push_back(std::make_unique<ClCntrl>(m_component.prompts()));
+        m_binders.back()->sLinkText(textBox);
+    }
+}
+
+QLabel* Form::addTitle(const QString& name, const QString& text)
+{
+    QLabel* title = addLabel(name, text);
+    enlarge(*title, 1.25);
+    return title;
+}
+
+QLabel* Form::addText(const QString& name, const QString& text)
+{
+    QLabel* label = addLabel(name, text);
+    label->setWordWrap(true);
+    return label;
+}
+
+QFormLayout* Form::addFields()
+{
+    auto* fields = new QFormLayout;
+    fields->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    fields->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    fields->setHorizontalSpacing(fontMetrics().height());
+    fields->setVerticalSpacing(fontMetrics().height() / 3);
+    m_body->addLayout(fields);
+    return fields;
+}
+
+QLineEdit* Form::addTextBox(QFormLayout& fields, const QString& name, const QString& label, int characters)
+{
+    auto* textBox = new QLineEdit(this);
+    textBox->setObjectName(name);
+    textBox->setAccessibleName(label);
+    textBox->setMinimumWidth((characters + 2) * fontMetrics().horizontalAdvance(u'0'));
+    auto* labelBefore = new QLabel(label, this);
+    labelBefore->setBuddy(textBox);
+    fields.addRow(labelBefore, textBox);
+    return textBox;
+}
+
+QCheckBox* Form::addCheckBox(const QString& name, const QString& text)
+{
+    auto* checkBox = new QCheckBox(text, this);
+    checkBox->setObjectName(name);
+    checkBox->setAccessibleName(text);
+    m_body->addWidget(checkBox);
+    return checkBox;
+}
+
+ListView* Form::addList(const QString& name, const QString& accessibleName, std::vector<ListColumn> columns)
+{
+    auto* list = new ListView(std::move(columns), this);
+    list->setObjectName(name);
+    list->setAccessibleName(accessibleName);
+    m_body->addWidget(list, 1);
+    return list;
+}
+
+QLabel* Form::addHint(const QString& name, const QString& text)
+{
+    auto* line = new QFrame(this);
+    line->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
+    m_body->addWidget(line);
+    QLabel* hint = addLabel(name, text);
+    hint->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    return hint;
+}
+
+bool Form::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ChildAdded:
+        if (QObject* child = static_cast<const QChildEvent*>(event)->child(); child->isWidgetType()) {
+            watch(*child);
+        }
+        break;
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress: {
+        const auto* receiver = qobject_cast<const QWidget*>(watched);
+        if (receiver == nullptr || receiver->window() != this) {
+            break;
+        }
+        const KeyBinding* binding = bindingOf(*static_cast<const QKeyEvent*>(event), *receiver);
+        if (binding == nullptr) {
+            break;
+        }
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            const auto procedure = binding->procedure; // which may set another table
+            procedure();
+        }
+        return true;
+    }
+    default:
+        break;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void Form::keyPressEvent(QKeyEvent* event)
+{
+    event->ignore(); // a dialog would close on Escape and press buttons on Enter
+}
+
+void Form::watch(QObject& object)
+{
+    object.installEventFilter(this); // in front of the filters that are there
+    const auto widgets = object.findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        widget->installEventFilter(this);
+    }
+}
+
+const KeyBinding* Form::bindingOf(const QKeyEvent& event, const QWidget& receiver) const
+{
+    const int key = withoutKeypad(event.key());
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & TellingModifiers;
+    const auto fits = [&](const KeyBinding& binding) {
+        return binding.key == key && binding.modifiers.value_or(modifiers) == modifiers &&
+               (binding.control == WholeForm || binding.control == &receiver ||
+                binding.control->isAncestorOf(&receiver));
+    };
+    const auto found = std::find_if(m_keys.begin(), m_keys.end(), fits);
+    return found == m_keys.end() ? nullptr : &*found;
+}
+
+QLabel* Form::addLabel(const QString& name, const QString& text)
+{
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setAccessibleName(text);
+    m_body->addWidget(label);
+    return label;
+}
+
+} // namespace oVELDRA::controls

@@ -1,0 +1,186 @@
+#include "ListModel.h"
+
+#include <oVELDRA/RuntimeError.h>
+
+#include <QCollator>
+#include <QLocale>
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
+
+namespace oVELDRA::controls {
+
+ListModel::ListModel(std::vector<ListColumn> columns, QObject* parent)
+    : QAbstractTableModel(parent), m_columns(std::move(columns))
+{}
+
+void ListModel::clear()
+{
+    m_pending.clear();
+    beginResetModel();
+    m_rows.clear();
+    endResetModel();
+}
+
+void ListModel::append(const QStringList& cells, const std::optional<QColor>& color)
+{
+    m_pending.push_back({cells, color});
+    if (m_fills == 0) {
+        flush();
+    }
+}
+
+void ListModel::setText(int row, int column, const QString& text)
+{
+    requireCell(row, column);
+    QStringList& cells = m_rows[static_cast<std::size_t>(row)].cells;
+    while (cells.size() <= column) {
+        cells.append(QString());
+    }
+    cells[column] = text;
+    const QModelIndex cell = index(row, column);
+    Q_EMIT dataChanged(cell, cell, {Qt::DisplayRole});
+}
+
+void ListModel::setColor(int row, const std::optional<QColor>& color)
+{
+    requireCell(row);
+    m_rows[static_cast<std::size_t>(row)].color = color;
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1), {Qt::ForegroundRole});
+}
+
+void ListModel::removeRow(int row)
+{
+    requireCell(row);
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+const QString& ListModel::text(int row, int column) const
+{
+    requireCell(row, column);
+    static const QString empty;
+    const QStringList& cells = m_rows[static_cast<std::size_t>(row)].cells;
+    return column < cells.size() ? cells.at(column) : empty;
+}
+
+void ListModel::beginFill()
+{
+    ++m_fills;
+}
+
+void ListModel::endFill()
+{
+    if (--m_fills == 0) {
+        flush();
+    }
+}
+
+void ListModel::sort(int column, Qt::SortOrder /*order*/)
+{
+    if (column < 0 || column >= columnCount()) {
+        return;
+    }
+    m_sortColumn = column;
+
+    const QCollator collator{QLocale()};
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(m_rows.size());
+    for (int row = 0; row < rowCount(); ++row) {
+        keys.push_back(collator.sortKey(text(row, column)));
+    }
+    std::vector<std::size_t> order(m_rows.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&keys](std::size_t a, std::size_t b) { return keys[a].compare(keys[b]) < 0; });
+
+    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    std::vector<Row> sorted;
+    sorted.reserve(m_rows.size());
+    std::vector<int> placeOf(m_rows.size());
+    for (const std::size_t row : order) {
+        placeOf[row] = static_cast<int>(sorted.size());
+        sorted.push_back(std::move(m_rows[row]));
+    }
+    m_rows = std::move(sorted);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& cell : before) {
+        after.append(index(placeOf[static_cast<std::size_t>(cell.row())], cell.column()));
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return text(index.row(), index.column());
+    case Qt::ForegroundRole: {
+        const std::optional<QColor>& color = m_rows[static_cast<std::size_t>(index.row())].color;
+        return color && index.column() > 0 ? QVariant(*color) : QVariant();
+    }
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(m_columns[static_cast<std::size_t>(index.column())].alignment | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    const ListColumn& column = m_columns[static_cast<std::size_t>(section)];
+    switch (role) {
+    case Qt::DisplayRole:
+        return column.title;
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(column.alignment | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+void ListModel::flush()
+{
+    if (m_pending.empty()) {
+        return;
+    }
+    const int first = rowCount();
+    beginInsertRows({}, first, first + static_cast<int>(m_pending.size()) - 1);
+    m_rows.insert(m_rows.end(), std::make_move_iterator(m_pending.begin()), std::make_move_iterator(m_pending.end()));
+    m_pending.clear();
+    endInsertRows();
+    if (m_sortColumn) {
+        sort(*m_sortColumn);
+    }
+}
+
+void ListModel::requireCell(int row, int column) const
+{
+    if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount()) {
+        throw RuntimeError(9);
+    }
+}
+
+} // namespace oVELDRA::controls

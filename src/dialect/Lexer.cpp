@@ -1,0 +1,232 @@
+#include "Lexer.h"
+
+#include "StatementError.h"
+
+namespace oVELDRA::dialect {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Marks that stand in a shape for literals. The scanner refuses control characters outside of literals, so a
+// statement's own text can never hold them.
+constexpr QChar textMark{u'\u0001'};
+constexpr QChar numberMark{u'\u0002'};
+constexpr QChar dateMark{u'\u0003'};
+
+constexpr bool isAsciiDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+bool isWordStart(char16_t c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || (c >= 0x80 && QChar(c).isLetter());
+}
+
+bool isWordPart(char16_t c)
+{
+    return isWordStart(c) || isAsciiDigit(c);
+}
+
+constexpr QStringView wholeStatement = u"la instrucción";
+
+} // namespace
+
+QString Literal::text() const
+{
+    QString result = raw.toString();
+    if (doubled) {
+        const QChar mark{quote};
+        result.replace(QString(2, mark), QString(mark));
+    }
+    return result;
+}
+
+Token Scanner::next()
+{
+    while (m_position < m_text.size()) {
+        const char16_t c = m_text[m_position].unicode();
+        if (c != u' ' && c != u'\t' && c != u'\r' && c != u'\n') {
+            break;
+        }
+        ++m_position;
+    }
+    if (m_position == m_text.size()) {
+        return {TokenKind::End, 0, m_position, m_position, false};
+    }
+    const char16_t c = m_text[m_position].unicode();
+    if (isWordStart(c)) {
+        return word();
+    }
+    switch (c) {
+    case u'\'':
+    case u'"':
+        return quotedText(c);
+    case u'[':
+        return bracketedName();
+    case u'#':
+        return dateLiteral();
+    default:
+        break;
+    }
+    const bool fraction = c == u'.' && m_position + 1 < m_text.size() && isAsciiDigit(m_text[m_position + 1].unicode());
+    return isAsciiDigit(c) || fraction ? number() : symbol();
+}
+
+Token Scanner::word()
+{
+    const qsizetype begin = m_position++;
+    while (m_position < m_text.size() && isWordPart(m_text[m_position].unicode())) {
+        ++m_position;
+    }
+    return {TokenKind::Word, 0, begin, m_position, false};
+}
+
+Token Scanner::quotedText(char16_t quote)
+{
+    const qsizetype begin = m_position++;
+    bool doubled = false;
+    for (; m_position < m_text.size(); ++m_position) {
+        const char16_t c = m_text[m_position].unicode();
+        if (c == quote) {
+            if (m_position + 1 < m_text.size() && m_text[m_position + 1].unicode() == quote) {
+                doubled = true;
+                ++m_position;
+                continue;
+            }
+            ++m_position;
+            return {TokenKind::Text, quote, begin, m_position, doubled};
+        }
+        if (c == 0) {
+            throw syntaxReason(wholeStatement, u"un texto contiene un carácter nulo"_s);
+        }
+    }
+    throw syntaxError(u"un texto sin comilla de cierre", m_text, begin);
+}
+
+Token Scanner::bracketedName()
+{
+    const qsizetype begin = m_position++;
+    for (; m_position < m_text.size(); ++m_position) {
+        const char16_t c = m_text[m_position].unicode();
+        if (c == u']' && m_position > begin + 1) {
+            ++m_position;
+            return {TokenKind::BracketedName, 0, begin, m_position, false};
+        }
+        if (c < u' ' || c == u'[' || c == u']') {
+            break;
+        }
+    }
+    throw syntaxError(u"un nombre entre corchetes", m_text, begin);
+}
+
+Token Scanner::dateLiteral()
+{
+    const qsizetype begin = m_position;
+    const qsizetype close = m_text.indexOf(u'#', begin + 1);
+    if (close < 0) {
+        throw syntaxError(u"una fecha entre signos #", m_text, begin);
+    }
+    m_position = close + 1;
+    return {TokenKind::Date, 0, begin, m_position, false};
+}
+
+Token Scanner::number()
+{
+    const qsizetype begin = m_position;
+    const auto digits = [this] {
+        while (m_position < m_text.size() && isAsciiDigit(m_text[m_position].unicode())) {
+            ++m_position;
+        }
+    };
+    digits();
+    if (m_position > begin + 1 && m_text[begin] == u'0') {
+        throw syntaxError(u"un número (los nombres de campo con cifras van entre corchetes)", m_text, begin);
+    }
+    if (m_position < m_text.size() && m_text[m_position] == u'.') {
+        ++m_position;
+        digits();
+    }
+    if (m_position < m_text.size() && (m_text[m_position] == u'e' || m_text[m_position] == u'E')) {
+        qsizetype exponent = m_position + 1;
+        if (exponent < m_text.size() && (m_text[exponent] == u'+' || m_text[exponent] == u'-')) {
+            ++exponent;
+        }
+        if (exponent < m_text.size() && isAsciiDigit(m_text[exponent].unicode())) {
+            m_position = exponent;
+            digits();
+        }
+    }
+    if (m_position < m_text.size() && isWordPart(m_text[m_position].unicode())) {
+        throw syntaxError(u"un número", m_text, begin);
+    }
+    return {TokenKind::Number, 0, begin, m_position, false};
+}
+
+Token Scanner::symbol()
+{
+    const qsizetype begin = m_position;
+    const char16_t c = m_text[begin].unicode();
+    const char16_t following = begin + 1 < m_text.size() ? m_text[begin + 1].unicode() : u'\0';
+    char16_t pair = 0;
+    if (c == u'<' && following == u'=') {
+        pair = symbolLessEqual;
+    } else if (c == u'>' && following == u'=') {
+        pair = symbolGreaterEqual;
+    } else if (c == u'<' && following == u'>') {
+        pair = symbolNotEqual;
+    }
+    if (pair != 0) {
+        m_position += 2;
+        return {TokenKind::Symbol, pair, begin, m_position, false};
+    }
+    if ((c == u'-' && following == u'-') || (c == u'/' && following == u'*')) {
+        throw syntaxError(wholeStatement, m_text, begin); // the dialect has no comments
+    }
+    if (!u"=<>(),*/+-&"_s.contains(QChar(c))) {
+        throw syntaxError(wholeStatement, m_text, begin);
+    }
+    ++m_position;
+    return {TokenKind::Symbol, c, begin, m_position, false};
+}
+
+Literal literalOf(QStringView statement, const Token& token)
+{
+    if (token.kind == TokenKind::Number) {
+        return {token.kind, statement.mid(token.begin, token.end - token.begin), false, 0};
+    }
+    return {token.kind, statement.mid(token.begin + 1, token.end - token.begin - 2), token.doubled, token.symbol};
+}
+
+void liftLiterals(QStringView statement, QString& shape, Literals& literals)
+{
+    shape.resize(0);
+    shape.reserve(statement.size());
+    literals.clear();
+    Scanner scanner(statement);
+    qsizetype copied = 0;
+    for (Token token = scanner.next(); token.kind != TokenKind::End; token = scanner.next()) {
+        QChar mark;
+        switch (token.kind) {
+        case TokenKind::Text:
+            mark = textMark;
+            break;
+        case TokenKind::Number:
+            mark = numberMark;
+            break;
+        case TokenKind::Date:
+            mark = dateMark;
+            break;
+        default:
+            continue;
+        }
+        shape.append(statement.mid(copied, token.begin - copied));
+        shape.append(mark);
+        copied = token.end;
+        literals.append(literalOf(statement, token));
+    }
+    shape.append(statement.mid(copied));
+}
+
+} // namespace oVELDRA::dialect

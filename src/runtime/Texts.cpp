@@ -1,0 +1,16 @@
+#include "Texts.h"
+
+namespace oVELDRA::runtime {
+
+QString Trim(QStringView text)
+{
+    while (text.startsWith(u' ')) {
+        text = text.sliced(1);
+    }
+    while (text.endsWith(u' ')) {
+        text.chop(1);
+    }
+    return text.toString();
+}
+
+} // namespace oVELDRA::runtime
