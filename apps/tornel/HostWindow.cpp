@@ -72,6 +72,21 @@ QStandardItem* cell(const QString& text, bool isNumber = false)
     return item;
 }
 
+struct Header
+{
+    QString caption;
+    bool isNumber;
+};
+
+void setHeaders(QStandardItemModel* model, const QList<Header>& headers)
+{
+    for (int column = 0; column < headers.size(); ++column) {
+        auto* const item = new QStandardItem(headers[column].caption);
+        item->setTextAlignment((headers[column].isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        model->setHorizontalHeaderItem(column, item);
+    }
+}
+
 QTableView* makeTable(const QString& name, const QString& accessibleName, QStandardItemModel* model)
 {
     auto* const table = new QTableView;
@@ -85,9 +100,20 @@ QTableView* makeTable(const QString& name, const QString& accessibleName, QStand
     table->setShowGrid(false);
     table->setWordWrap(false);
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setStretchLastSection(true);
     return table;
+}
+
+/// As wide as what they hold, and a little air between them.
+void sizeColumns(QTableView* table)
+{
+    table->resizeColumnsToContents();
+    const int air = table->fontMetrics().averageCharWidth() * 2;
+    for (int column = 0; column < table->model()->columnCount(); ++column) {
+        table->setColumnWidth(column, table->columnWidth(column) + air);
+    }
 }
 
 /// New rows in the place of the old ones; the current row stays the one that it was.
@@ -128,8 +154,8 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
     statusBar()->addPermanentWidget(new QLabel(u"Configuración regional: %1"_s.arg(QLocale().name())));
 
     reloadLists();
-    m_declarations->resizeColumnsToContents();
-    m_exports->resizeColumnsToContents();
+    sizeColumns(m_declarations);
+    sizeColumns(m_exports);
     showProduct();
     m_declarations->setFocus();
     m_declarations->setCurrentIndex(m_declarationRows->index(0, 0));
@@ -198,17 +224,26 @@ QWidget* HostWindow::makeOperations()
 QWidget* HostWindow::makeLists()
 {
     m_declarationRows = new QStandardItemModel(this);
-    m_declarationRows->setHorizontalHeaderLabels({u"Interno"_s, u"Ítems"_s, u"Subítems"_s, u"FOB total"_s,
-                                                  u"Cambio FOB"_s, u"Cambio flete"_s, u"Cambio seguro"_s,
-                                                  u"Stock de insumos"_s});
+    setHeaders(m_declarationRows, {{u"Interno"_s, false},
+                                   {u"Ítems"_s, true},
+                                   {u"Subítems"_s, true},
+                                   {u"FOB total"_s, true},
+                                   {u"Cambio FOB"_s, true},
+                                   {u"Cambio flete"_s, true},
+                                   {u"Cambio seguro"_s, true},
+                                   {u"Stock de insumos"_s, false}});
     m_declarations = makeTable(u"tblDeclaraciones"_s, u"Declaraciones de importación temporaria"_s, m_declarationRows);
     connect(m_declarations->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { takeDeclaration(current.row()); });
     connect(m_declarations, &QTableView::activated, this, [this] { run(Operation::Import); });
 
     m_exportRows = new QStandardItemModel(this);
-    m_exportRows->setHorizontalHeaderLabels(
-        {u"Interno"_s, u"Subítem"_s, u"Exportación"_s, u"Fecha"_s, u"Factura"_s, u"Descargas"_s});
+    setHeaders(m_exportRows, {{u"Interno"_s, false},
+                              {u"Subítem"_s, true},
+                              {u"Exportación"_s, false},
+                              {u"Fecha"_s, false},
+                              {u"Factura"_s, false},
+                              {u"Descargas"_s, false}});
     m_exports = makeTable(u"tblExportaciones"_s, u"Subítems de exportación con descargas"_s, m_exportRows);
     connect(m_exports->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { takeExport(current.row()); });
@@ -288,8 +323,7 @@ void HostWindow::reloadLists()
         }
         for (const auto& row : lists::exportSubitems(inputs)) {
             exports.append({cell(row.interno), cell(QString::number(row.subitem), true), cell(row.number),
-                            cell(row.date.toString(u"dd/MM/yyyy"_s)), cell(row.invoice),
-                            cell(count(row.inputs), true)});
+                            cell(row.date.toString(u"dd/MM/yyyy"_s)), cell(row.invoice), cell(count(row.inputs))});
         }
     } catch (const RuntimeError& error) {
         QMessageBox::critical(

@@ -39,7 +39,7 @@ constexpr std::array articles{
     SampleArticle{u"TOR-M4X12-ZN", u"Tornillo M4 x 12 cincado", u"7318.15.00", 3.05, 1800, false},
     SampleArticle{u"RES-HEL-SUSP", u"Resorte helicoidal para suspensión de tambor", u"7320.20.10", 2.4, 1200, false},
     // Footwear
-    SampleArticle{u"CUE-VAC-FL14", u"Cuero vacuno flor entera de 1,4 mm", u"4107.11.20", 21.5, 3200, false},
+    SampleArticle{u"CUE-VAC-FL14", u"Cuero vacuno flor entera de 1,4 mm", u"4107.11.20", 21.5, 1100, false},
     SampleArticle{u"SUE-TPU-4045", u"Suela de poliuretano termoplástico, talles 40 a 45", u"6406.20.00", 6.8, 4400,
                   false},
     SampleArticle{u"FOR-PES-150", u"Tejido de poliéster para forro de 1,50 m", u"5407.61.00", 5.25, 2800, false},

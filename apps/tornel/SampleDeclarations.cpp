@@ -130,8 +130,8 @@ SampleDeclaration twoThousandItems(const Tariff& tariff)
             SampleSubitem row;
             row.article = u"REP-%1-%2"_s.arg(id, 4, 10, '0'_L1).arg(sub, 2, 10, '0'_L1);
             row.unit = unitOf(position);
-            row.quantity = dice.between(1, 400);
-            row.unitPrice = dice.between(25, 90000) / 100.0;
+            row.quantity = dice.between(1, 60);
+            row.unitPrice = dice.between(25, 4500) / 100.0;
             row.position = position.joined();
             row.fobCents = cents(row.quantity * row.unitPrice);
             subitems.push_back(std::move(row));

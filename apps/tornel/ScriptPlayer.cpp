@@ -51,6 +51,11 @@ void ScriptPlayer::look()
         }
         return;
     }
+    if (!m_activationAsked && !ScriptTarget::hasKeyboard()) {
+        m_activationAsked = true;
+        QMetaObject::invokeMethod(
+            this, [this] { m_target.activateFront(); }, Qt::QueuedConnection);
+    }
     const ScriptTarget::Readiness readiness = m_target.check(m_script.steps[m_next].action);
     m_obstacle = readiness.obstacle;
     if (readiness.ready) {
@@ -86,6 +91,7 @@ void ScriptPlayer::stepDone(const QString& failure)
     }
     ++m_next;
     m_obstacle.clear();
+    m_activationAsked = false;
     m_state = State::Looking;
     m_deadline.start();
 }

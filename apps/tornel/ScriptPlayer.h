@@ -31,6 +31,7 @@ private:
     enum class State { Idle, Looking, Acting, Closing, Over };
 
     void look();
+    void lookOnceMore();
     void perform();
     void stepDone(const QString& failure);
     void fail(const QString& obstacle);
@@ -44,6 +45,7 @@ private:
     QTimer m_deadline;
     State m_state = State::Idle;
     std::size_t m_next = 0;
+    bool m_activationAsked = false;
     QString m_obstacle;
     QString m_failure;
 };

@@ -328,9 +328,10 @@ struct Act
     void operator()(const step::Press& step) const
     {
         // Posted, because an entry operation blocks in its own loop until its screen is closed.
-        QMetaObject::invokeMethod(host.window().findChild<QAbstractButton*>(step.button), &QAbstractButton::click,
-                                  Qt::QueuedConnection);
-        done({});
+        QAbstractButton* const button = host.window().findChild<QAbstractButton*>(step.button);
+        QMetaObject::invokeMethod(button, &QAbstractButton::click, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &host.window(), [done = done] { done({}); }, Qt::QueuedConnection);
     }
     void operator()(const step::Key& step) const
     {
@@ -371,8 +372,7 @@ struct Act
     }
     void operator()(const step::Answer& step) const
     {
-        QMetaObject::invokeMethod(boxButton(*activeWindow(host), step.button), &QAbstractButton::click,
-                                  Qt::QueuedConnection);
+        boxButton(*activeWindow(host), step.button)->click();
         done({});
     }
     void operator()(const step::Shot& step) const
@@ -473,6 +473,16 @@ QString ScriptTarget::describeActive() const
     }
     return u"la ventana %1 «%2», con el foco en %3"_s.arg(nameOf(window), window->windowTitle(),
                                                           nameOf(QApplication::focusWidget()));
+}
+
+bool ScriptTarget::hasKeyboard()
+{
+    return QApplication::activeWindow() != nullptr;
+}
+
+void ScriptTarget::activateFront()
+{
+    activeWindow(m_host)->activateWindow();
 }
 
 bool ScriptTarget::hasModal()

@@ -65,6 +65,13 @@ public:
     /// What the user sees in front, for messages.
     [[nodiscard]] QString describeActive() const;
 
+    /// True when a window of the program has the keyboard.
+    [[nodiscard]] static bool hasKeyboard();
+
+    /// Gives the keyboard to the window in front. Where there is no window manager, nobody else does when a window in
+    /// front of it has closed.
+    void activateFront();
+
     /// True while a modal window is open.
     [[nodiscard]] static bool hasModal();
 

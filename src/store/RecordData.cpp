@@ -2,6 +2,8 @@
 
 #include <QDate>
 
+#include <algorithm>
+
 namespace oVELDRA::store {
 
 using dialect::ColumnKind;
@@ -28,23 +30,39 @@ bool isYesNo(ColumnKind kind)
 
 } // namespace
 
+RecordData::RecordData(std::shared_ptr<const ColumnKinds> kinds) : m_kinds(std::move(kinds))
+{
+    // Most results are one row of short texts: room for that at once, instead of growing towards it.
+    constexpr size_t fewTexts = 128;
+    m_blocks.emplace_back().reserve(std::min(m_kinds->size(), blockSize));
+    m_texts.reserve(fewTexts);
+}
+
+RecordData::Cell& RecordData::newCell()
+{
+    if (m_blocks.back().size() == blockSize) {
+        m_blocks.emplace_back().reserve(blockSize);
+    }
+    return m_blocks.back().emplace_back();
+}
+
 void RecordData::addInteger(qint64 integer)
 {
-    Cell& cell = m_cells.emplace_back();
+    Cell& cell = newCell();
     cell.kind = Kind::Integer;
     cell.integer = integer;
 }
 
 void RecordData::addReal(double real)
 {
-    Cell& cell = m_cells.emplace_back();
+    Cell& cell = newCell();
     cell.kind = Kind::Real;
     cell.real = real;
 }
 
 void RecordData::addText(std::string_view utf8)
 {
-    Cell& cell = m_cells.emplace_back();
+    Cell& cell = newCell();
     cell.kind = Kind::Text;
     cell.length = static_cast<quint32>(utf8.size());
     cell.offset = m_texts.size();
@@ -82,14 +100,14 @@ void RecordData::addCell(const RecordData& other, qsizetype row, size_t column)
     if (source.kind == Kind::Text) {
         addText(other.textOf(source));
     } else {
-        m_cells.push_back(source);
+        newCell() = source;
     }
 }
 
 QVariant RecordData::variant(qsizetype row, size_t column) const
 {
     const Cell& source = cell(row, column);
-    const ColumnKind kind = m_kinds[column];
+    const ColumnKind kind = (*m_kinds)[column];
     switch (source.kind) {
     case Kind::Null:
         return {};
@@ -118,11 +136,11 @@ Value RecordData::value(qsizetype row, size_t column) const
     const Cell& source = cell(row, column);
     switch (source.kind) {
     case Kind::Integer:
-        return valueOfNumber(static_cast<double>(source.integer), m_kinds[column]);
+        return valueOfNumber(static_cast<double>(source.integer), (*m_kinds)[column]);
     case Kind::Real:
-        return valueOfNumber(source.real, m_kinds[column]);
+        return valueOfNumber(source.real, (*m_kinds)[column]);
     case Kind::Text:
-        return valueOfText(fromUtf8(textOf(source)), m_kinds[column]);
+        return valueOfText(fromUtf8(textOf(source)), (*m_kinds)[column]);
     case Kind::Null:
         break;
     }

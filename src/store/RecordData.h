@@ -4,20 +4,23 @@
 
 #include <QVariant>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace oVELDRA::store {
 
-/// The cells of a result, packed: sixteen bytes a cell, texts in one UTF-8 buffer.
+using ColumnKinds = std::vector<dialect::ColumnKind>;
+
+/// The cells of a result, packed: sixteen bytes a cell, in blocks that never move, and texts in one UTF-8 buffer.
 class RecordData
 {
 public:
-    explicit RecordData(std::vector<dialect::ColumnKind> kinds) : m_kinds(std::move(kinds)) {}
+    explicit RecordData(std::shared_ptr<const ColumnKinds> kinds);
 
     // Cells are added row by row, column by column; endRow() after each row.
-    void addNull() { m_cells.push_back({Kind::Null, 0, {}}); }
+    void addNull() { static_cast<void>(newCell()); }
     void addInteger(qint64 integer);
     void addReal(double real);
     void addText(std::string_view utf8);
@@ -25,7 +28,8 @@ public:
     void endRow() { ++m_rows; }
 
     [[nodiscard]] qsizetype rows() const { return m_rows; }
-    [[nodiscard]] size_t columnCount() const { return m_kinds.size(); }
+    [[nodiscard]] dialect::ColumnKind kind(size_t column) const { return (*m_kinds)[column]; }
+    [[nodiscard]] size_t columnCount() const { return m_kinds->size(); }
     /// A cell in the form that Recordset::value() promises for its column's kind.
     [[nodiscard]] QVariant variant(qsizetype row, size_t column) const;
     /// A cell for expressions.
@@ -34,6 +38,8 @@ public:
     void addCell(const RecordData& other, qsizetype row, size_t column);
 
 private:
+    static constexpr size_t blockSize = 4096;
+
     enum class Kind : quint8 { Null, Integer, Real, Text };
 
     struct Cell
@@ -49,15 +55,17 @@ private:
 
     [[nodiscard]] const Cell& cell(qsizetype row, size_t column) const
     {
-        return m_cells[static_cast<size_t>(row) * m_kinds.size() + column];
+        const size_t place = static_cast<size_t>(row) * m_kinds->size() + column;
+        return m_blocks[place / blockSize][place % blockSize];
     }
+    Cell& newCell();
     [[nodiscard]] std::string_view textOf(const Cell& cell) const
     {
         return {m_texts.data() + cell.offset, cell.length};
     }
 
-    std::vector<dialect::ColumnKind> m_kinds;
-    std::vector<Cell> m_cells;
+    std::shared_ptr<const ColumnKinds> m_kinds;
+    std::vector<std::vector<Cell>> m_blocks;
     std::string m_texts;
     qsizetype m_rows = 0;
 };

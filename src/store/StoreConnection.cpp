@@ -49,12 +49,13 @@ private:
     qsizetype m_row = 0;
 };
 
-std::vector<dialect::ColumnKind> fetchedKinds(const dialect::Plan& plan)
+template <typename Columns>
+std::shared_ptr<const ColumnKinds> kindsOf(const Columns& columns)
 {
-    std::vector<dialect::ColumnKind> kinds;
-    kinds.reserve(plan.fetched.size());
-    for (const dialect::Fetched& fetched : plan.fetched) {
-        kinds.push_back(fetched.kind);
+    auto kinds = std::make_shared<ColumnKinds>();
+    kinds->reserve(columns.size());
+    for (const auto& column : columns) {
+        kinds->push_back(column.kind);
     }
     return kinds;
 }
@@ -152,11 +153,11 @@ std::unique_ptr<Recordset> StoreConnection::runQuery()
         throw dialect::syntaxReason(u"la instrucción", u"no es una consulta que devuelva registros"_s);
     }
     ensureTransaction();
-    EngineStatement& statement = bind(prepared);
-    RecordData data(fetchedKinds(plan));
+    EngineStatement& statement = statementFor(prepared, bind(prepared));
+    RecordData data(prepared.fetchedKinds);
     statement.query(m_bindings, data);
     if (!plan.direct) {
-        data = computed(plan, data, m_literals, *m_separators);
+        data = computed(prepared, data);
     }
     return std::make_unique<StaticRecordset>(prepared.names, std::move(data));
 }
@@ -172,8 +173,10 @@ qint64 StoreConnection::runCommand()
         throw storeError(Trouble::ReadOnly);
     }
     ensureTransaction();
-    EngineStatement& statement = bind(prepared);
-    return writesUnindexedKey(plan) ? executeWithKeyCheck(plan, statement) : statement.execute(m_bindings);
+    const dialect::Matching matching = bind(prepared);
+    EngineStatement& statement = statementFor(prepared, matching);
+    return writesUnindexedKey(plan, plan.texts[static_cast<size_t>(matching)]) ? executeWithKeyCheck(plan, statement)
+                                                                               : statement.execute(m_bindings);
 }
 
 StoreConnection::Prepared& StoreConnection::preparedStatement()
@@ -228,6 +231,8 @@ StoreConnection::Prepared StoreConnection::makePrepared()
         names->push_back(column.name);
     }
     prepared.names = std::move(names);
+    prepared.fetchedKinds = kindsOf(prepared.plan->fetched);
+    prepared.resultKinds = kindsOf(prepared.plan->columns);
     return prepared;
 }
 
@@ -239,34 +244,36 @@ void StoreConnection::readCatalog()
     }
 }
 
-EngineStatement& StoreConnection::bind(Prepared& prepared)
+dialect::Matching StoreConnection::bind(Prepared& prepared)
 {
-    auto matching = static_cast<size_t>(dialect::Matching::Plain);
-    if (!bindParameters(prepared.plan->texts[matching], m_literals, *m_separators, m_bindings)) {
-        matching = static_cast<size_t>(dialect::Matching::Exact);
-        static_cast<void>(bindParameters(prepared.plan->texts[matching], m_literals, *m_separators, m_bindings));
+    for (const dialect::Matching matching : {dialect::Matching::Plain, dialect::Matching::Exact}) {
+        const dialect::EngineText& text = prepared.plan->texts[static_cast<size_t>(matching)];
+        if (bindParameters(text, m_literals, *m_separators, m_bindings)) {
+            return matching;
+        }
     }
-    std::unique_ptr<EngineStatement>& statement = prepared.statements[matching];
+    throw storeError(Trouble::Other, u"valores que ninguna forma de la consulta admite"_s);
+}
+
+EngineStatement& StoreConnection::statementFor(Prepared& prepared, dialect::Matching matching)
+{
+    std::unique_ptr<EngineStatement>& statement = prepared.statements[static_cast<size_t>(matching)];
     if (!statement) {
-        statement = m_engine->prepare(prepared.plan->texts[matching].sql);
+        statement = m_engine->prepare(prepared.plan->texts[static_cast<size_t>(matching)].sql);
     }
     return *statement;
 }
 
-RecordData StoreConnection::computed(const dialect::Plan& plan, const RecordData& fetched,
-                                     const dialect::Literals& literals, const dialect::LazySeparators& separators)
+RecordData StoreConnection::computed(const Prepared& prepared, const RecordData& fetched) const
 {
-    std::vector<dialect::ColumnKind> kinds;
-    for (const dialect::ResultColumn& column : plan.columns) {
-        kinds.push_back(column.kind);
-    }
-    RecordData result(std::move(kinds));
-    FetchedRow row(plan, fetched);
+    RecordData result(prepared.resultKinds);
+    FetchedRow row(*prepared.plan, fetched);
+    const dialect::Surroundings surroundings{&m_literals, &*m_separators, &row};
     for (qsizetype i = 0; i < fetched.rows(); ++i) {
         row.moveTo(i);
-        for (const dialect::ResultColumn& column : plan.columns) {
+        for (const dialect::ResultColumn& column : prepared.plan->columns) {
             if (column.expr) {
-                result.addValue(dialect::evaluate(*column.expr, {&literals, &separators, &row}));
+                result.addValue(dialect::evaluate(*column.expr, surroundings));
             } else {
                 result.addCell(fetched, i, static_cast<size_t>(column.fetched));
             }
@@ -277,15 +284,22 @@ RecordData StoreConnection::computed(const dialect::Plan& plan, const RecordData
 }
 
 /// Engines' unique indexes know which ASCII letters are the same, not that ñ and Ñ are.
-bool StoreConnection::writesUnindexedKey(const dialect::Plan& plan) const
+bool StoreConnection::writesUnindexedKey(const dialect::Plan& plan, const dialect::EngineText& text) const
 {
-    return !plan.writtenKey.empty() &&
-           std::any_of(m_bindings.items().begin(), m_bindings.items().end(), [this](const Bindings::Item& item) {
-               const std::string_view text = m_bindings.text(item);
-               return item.kind == Bindings::Kind::Computation || std::any_of(text.begin(), text.end(), [](char c) {
-                          return static_cast<unsigned char>(c) >= 0x80;
-                      });
-           });
+    for (size_t i = 0; i < text.parameters.size() && !plan.writtenKey.empty(); ++i) {
+        const dialect::Parameter& parameter = text.parameters[i];
+        const dialect::Column* const target = parameter.computation ? parameter.computation->target : parameter.column;
+        const bool key = target && std::any_of(plan.writtenKey.begin(), plan.writtenKey.end(), [&](int column) {
+                             return target == &plan.table.columns[static_cast<size_t>(column)];
+                         });
+        const std::string_view written = m_bindings.text(m_bindings.items()[i]);
+        const bool unindexed = parameter.computation ||
+                               std::any_of(written.begin(), written.end(), [](char c) { return (c & 0x80) != 0; });
+        if (key && unindexed) {
+            return true;
+        }
+    }
+    return false;
 }
 
 qint64 StoreConnection::executeWithKeyCheck(const dialect::Plan& plan, EngineStatement& statement)
@@ -293,7 +307,7 @@ qint64 StoreConnection::executeWithKeyCheck(const dialect::Plan& plan, EngineSta
     qint64 affected = 0;
     m_engine->atomically([&] {
         affected = statement.execute(m_bindings);
-        RecordData duplicates({dialect::ColumnKind::Integer});
+        RecordData duplicates(std::make_shared<ColumnKinds>(1, dialect::ColumnKind::Integer));
         m_engine->prepare(m_engine->printer().duplicateKeys(plan.table))->query({}, duplicates);
         if (duplicates.rows() > 0) {
             throw storeError(Trouble::DuplicateKey, plan.table.name);

@@ -37,6 +37,8 @@ private:
     {
         std::unique_ptr<dialect::Plan> plan;
         std::shared_ptr<const ColumnNames> names;
+        std::shared_ptr<const ColumnKinds> fetchedKinds;
+        std::shared_ptr<const ColumnKinds> resultKinds;
         std::array<std::unique_ptr<EngineStatement>, 2> statements;
     };
 
@@ -48,11 +50,10 @@ private:
     [[nodiscard]] Prepared makePrepared();
     void readCatalog();
     /// Works out the parameters and picks the text that can do with them.
-    [[nodiscard]] EngineStatement& bind(Prepared& prepared);
-    [[nodiscard]] static RecordData computed(const dialect::Plan& plan, const RecordData& fetched,
-                                             const dialect::Literals& literals,
-                                             const dialect::LazySeparators& separators);
-    [[nodiscard]] bool writesUnindexedKey(const dialect::Plan& plan) const;
+    [[nodiscard]] dialect::Matching bind(Prepared& prepared);
+    [[nodiscard]] EngineStatement& statementFor(Prepared& prepared, dialect::Matching matching);
+    [[nodiscard]] RecordData computed(const Prepared& prepared, const RecordData& fetched) const;
+    [[nodiscard]] bool writesUnindexedKey(const dialect::Plan& plan, const dialect::EngineText& text) const;
     qint64 executeWithKeyCheck(const dialect::Plan& plan, EngineStatement& statement);
 
     void enterBurst() { ++m_burstDepth; }

@@ -103,7 +103,7 @@ public:
             return;
         }
         if (const auto failure = std::exchange(m_connection.m_commitFailure, std::nullopt)) {
-            throw *failure;
+            throw RuntimeError(*failure);
         }
         ++m_connection.m_commits;
     }
@@ -188,7 +188,7 @@ qint64 FakeConexionDB::execute()
 {
     if (const auto failure = noteStatement()) {
         m_lastError = *failure;
-        throw *failure;
+        throw RuntimeError(*failure);
     }
     const auto answer = take(m_commands, m_sql);
     const auto* records = answer ? std::get_if<qint64>(&*answer) : nullptr;

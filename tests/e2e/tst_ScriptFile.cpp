@@ -1,6 +1,6 @@
-#include <tornel/ScriptFile.h>
-
 #include <QTest>
+
+#include <tornel/ScriptFile.h>
 
 using namespace Qt::StringLiterals;
 using namespace tornel;
@@ -96,7 +96,7 @@ void tst_ScriptFile::aPartOfATextIsMarked()
 
 void tst_ScriptFile::quotedTextsTakeEscapes()
 {
-    QCOMPARE(only<step::Type>(uR"(type "a\"b\\c\nd")"_s).text, u"a\"b\\c\nd"_s);
+    QCOMPARE(only<step::Type>(u"type \"a\\\"b\\\\c\\nd\""_s).text, u"a\"b\\c\nd"_s);
     QCOMPARE(only<step::Type>(u"type \"\""_s).text, QString());
 }
 
@@ -133,7 +133,7 @@ void tst_ScriptFile::mistakesNameTheirLine()
 {
     QFETCH(const QString, line);
     QFETCH(const QString, message);
-    const ScriptFile script = ScriptFile::parse(u"# first\n"_s + line);
+    const ScriptFile script = ScriptFile::parse(QString(u"# first\n"_s + line));
     QVERIFY(script.steps.empty());
     QCOMPARE(script.problems.size(), std::size_t{1});
     QCOMPARE(script.problems.front().line, 2);

@@ -1,5 +1,3 @@
-#include <tornel/ScriptPlayer.h>
-
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
@@ -16,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <memory>
+#include <tornel/ScriptPlayer.h>
 
 using namespace Qt::StringLiterals;
 using namespace tornel;
@@ -197,8 +196,8 @@ void tst_ScriptPlayer::playsThroughModalLoops()
 
 void tst_ScriptPlayer::theReleaseGoesToTheWindowThatThePressOpened()
 {
-    QCOMPARE(play(u"press btnAbrir\nscreen frmPrueba\nkey F11\nbox information contains Procesado\nanswer ok\n"
-                  "screen frmPrueba\nkey F2\nkey Esc\n"_s),
+    QCOMPARE(play(u"press btnAbrir\nscreen frmPrueba\nfocus chMarca\nkey F11\n"
+                  "box information contains Procesado\nanswer ok\nscreen frmPrueba\nkey F2\nkey Esc\n"_s),
              QString());
     QVERIFY(m_host->log.contains(u"press 11"_s));
     QVERIFY(!m_host->log.contains(u"release 11"_s));
@@ -256,9 +255,8 @@ void tst_ScriptPlayer::screenshotsAreWritten()
 void tst_ScriptPlayer::aWrongTextFailsAtItsDeadline()
 {
     const QString failure = play(u"deadline 1\npress btnAbrir\nscreen frmPrueba\nexpect text lbTexto \"OK\"\n"_s);
-    QCOMPARE(failure,
-             u"línea 4: se esperaba en lbTexto el texto «OK», pero lbTexto dice «listo»; "
-             "está activo: la ventana frmPrueba «Pantalla de prueba», con el foco en txtNombre"_s);
+    QCOMPARE(failure, u"línea 4: se esperaba en lbTexto el texto «OK», pero lbTexto dice «listo»; "
+                      "está activo: la ventana frmPrueba «Pantalla de prueba», con el foco en txtNombre"_s);
 }
 
 void tst_ScriptPlayer::aBoxThatNobodyExpectsFailsAtOnce()
@@ -266,15 +264,15 @@ void tst_ScriptPlayer::aBoxThatNobodyExpectsFailsAtOnce()
     // The deadline is far away: the test would time out if the box were waited with.
     const QString failure =
         play(u"deadline 3600\npress btnAbrir\nscreen frmPrueba\nkey F11\nexpect text lbTexto \"OK\"\n"_s);
-    QCOMPARE(failure,
-             u"línea 5: se esperaba en lbTexto el texto «OK», pero no hay lbTexto; "
-             "está activo: un cuadro information «Procesado: »"_s);
+    QCOMPARE(failure, u"línea 5: se esperaba en lbTexto el texto «OK», pero no hay lbTexto; "
+                      "está activo: un cuadro information «Procesado: »"_s);
     QCOMPARE(m_host->log.last(), u"closed"_s);
 }
 
 void tst_ScriptPlayer::aBoxWithAnotherIconFails()
 {
-    const QString failure = play(u"deadline 3600\npress btnAbrir\nscreen frmPrueba\nkey F11\nbox critical \"Procesado: \"\n"_s);
+    const QString failure =
+        play(u"deadline 3600\npress btnAbrir\nscreen frmPrueba\nkey F11\nbox critical \"Procesado: \"\n"_s);
     QVERIFY2(failure.startsWith(u"línea 5: se esperaba un cuadro critical «Procesado: », pero es otro cuadro"_s),
              qPrintable(failure));
 }

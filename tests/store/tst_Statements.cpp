@@ -1,8 +1,9 @@
 #include "Corpus.h"
 
+#include <oVELDRA/Store.h>
+
 #include <dialect/JetPrinter.h>
 #include <dialect/Parser.h>
-#include <oVELDRA/Store.h>
 
 #include <QtTest>
 

@@ -20,14 +20,27 @@ namespace {
 // How long a statement waits for another seat's write before it reports that the database is busy.
 constexpr int busyMilliseconds = 5000;
 
-std::string_view columnText(sqlite3_stmt* statement, int column)
+/// Adds a text; false when the cell holds none (Null).
+bool addText(sqlite3_stmt* statement, int column, RecordData& data)
 {
+    // The text must be asked for before its length.
     const auto* const text = static_cast<const char*>(static_cast<const void*>(sqlite3_column_text(statement, column)));
-    return {text, static_cast<size_t>(sqlite3_column_bytes(statement, column))};
+    if (!text) {
+        return false;
+    }
+    data.addText({text, static_cast<size_t>(sqlite3_column_bytes(statement, column))});
+    return true;
 }
 
 void addColumn(sqlite3_stmt* statement, int column, RecordData& data)
 {
+    // A text column holds texts or Null: asking for the type as well would cost as much as the text.
+    if (data.kind(static_cast<size_t>(column)) == ColumnKind::Text) {
+        if (!addText(statement, column, data)) {
+            data.addNull();
+        }
+        return;
+    }
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_NULL:
         data.addNull();
@@ -39,7 +52,7 @@ void addColumn(sqlite3_stmt* statement, int column, RecordData& data)
         data.addReal(sqlite3_column_double(statement, column));
         break;
     default:
-        data.addText(columnText(statement, column));
+        addText(statement, column, data);
         break;
     }
 }
@@ -251,7 +264,7 @@ void SqliteEngine::configure(Access access)
 dialect::Catalog SqliteEngine::catalog()
 {
     dialect::Catalog result;
-    RecordData columns({ColumnKind::Text, ColumnKind::Text, ColumnKind::Text});
+    RecordData columns(std::make_shared<ColumnKinds>(3, ColumnKind::Text));
     prepare("SELECT t.name, c.name, c.type FROM sqlite_schema t, pragma_table_info(t.name) c "
             "WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite_%' ORDER BY t.rowid, c.cid")
         ->query({}, columns);

@@ -1,0 +1,193 @@
+#include <oVELDRA/Store.h>
+#include <oVELDRA/cloVELDRAMain.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+#include <functional>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace oVELDRA;
+
+namespace {
+
+/// A host's own application for one test function.
+class HostApplication
+{
+public:
+    HostApplication() : m_application(m_count, m_arguments.data()) {}
+
+private:
+    static inline std::array<char, 5> m_name{"host"};
+    static inline std::array<char*, 2> m_arguments{m_name.data(), nullptr};
+    static inline int m_count = 1;
+    QApplication m_application;
+};
+
+/// Closes each dialog as soon as it is shown and keeps track of it.
+class Closer final : public QObject
+{
+public:
+    Closer() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (auto* dialog = qobject_cast<QDialog*>(watched); dialog != nullptr && event->type() == QEvent::Show) {
+            shown.append(dialog);
+            if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
+                boxText = box->text();
+            }
+            QMetaObject::invokeMethod(dialog, &QWidget::close, Qt::QueuedConnection);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    QList<QPointer<QDialog>> shown;
+    QString boxText; // of the last one that was a message box
+};
+
+int numberThrownBy(const std::function<void()>& body)
+{
+    try {
+        body();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+/// Lends the object an empty inputs database.
+void connectEmptyInputs(cloVELDRAMain& object)
+{
+    const QVariant null = QVariant::fromValue(nullptr);
+    QVERIFY(object.ConectarDB(QVariant::fromValue(createStore(u"sqlite::memory:"_s, Database::Inputs)), null, null));
+}
+
+} // namespace
+
+class tst_Composition : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void makesAnApplicationWhenThereIsNone();
+    void refusesAnApplicationWithoutWindows();
+    void screensOfThisVersionAreInstalled_data();
+    void screensOfThisVersionAreInstalled();
+    void screensGoWithTheLastObject();
+    void screensGoWithTheApplicationAndCallsStaySafe();
+
+private:
+    QTemporaryDir m_config;
+};
+
+void tst_Composition::initTestCase()
+{
+    QVERIFY(m_config.isValid());
+    qputenv("XDG_CONFIG_HOME", m_config.path().toLocal8Bit());
+}
+
+void tst_Composition::makesAnApplicationWhenThereIsNone()
+{
+    QVERIFY(QCoreApplication::instance() == nullptr);
+    {
+        const cloVELDRAMain object;
+        QVERIFY(qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr);
+        QCOMPARE(QCoreApplication::arguments(), QStringList(u"oVELDRA"_s));
+    }
+    QVERIFY(QCoreApplication::instance() != nullptr); // stays for the next object
+    const auto* application = QCoreApplication::instance();
+    {
+        const cloVELDRAMain object;
+        QCOMPARE(QCoreApplication::instance(), application);
+    }
+    delete application;
+}
+
+void tst_Composition::refusesAnApplicationWithoutWindows()
+{
+    std::array<char, 5> name{"host"};
+    std::array<char*, 2> arguments{name.data(), nullptr};
+    int count = 1;
+    const QCoreApplication application(count, arguments.data());
+    QCOMPARE(numberThrownBy([] { const cloVELDRAMain object; }), 429);
+}
+
+void tst_Composition::screensOfThisVersionAreInstalled_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("window");
+    QTest::newRow("Importar") << u"Importar"_s << u"frmImportar"_s;
+    QTest::newRow("VerINSxSBT") << u"VerINSxSBT"_s << u"frmVerINSxSBT"_s;
+    QTest::newRow("Mostrar") << u"Mostrar"_s << QString();
+    QTest::newRow("MostrarDIT") << u"MostrarDIT"_s << QString();
+}
+
+void tst_Composition::screensOfThisVersionAreInstalled()
+{
+    QFETCH(const QString, entry);
+    QFETCH(const QString, window);
+    const HostApplication application;
+    cloVELDRAMain object;
+    connectEmptyInputs(object);
+    object.put_Interno_Externo(u"I1"_s);
+    Closer closer;
+    object.invoke(entry, MemberKind::Call);
+    QCOMPARE(closer.shown.size(), 1);
+    if (window.isEmpty()) {
+        QVERIFY(closer.boxText.contains(u"todavía no está disponible"_s));
+    } else {
+        QCOMPARE(closer.boxText, QString());
+        QVERIFY(closer.shown.first()); // kept for the next call
+        QCOMPARE(closer.shown.first()->objectName(), window);
+    }
+}
+
+void tst_Composition::screensGoWithTheLastObject()
+{
+    const HostApplication application;
+    Closer closer;
+    {
+        cloVELDRAMain object;
+        connectEmptyInputs(object);
+        object.VerINSxSBT();
+        QCOMPARE(closer.shown.size(), 1);
+        QVERIFY(!closer.shown.first().isNull());
+    }
+    QVERIFY(closer.shown.first().isNull());
+}
+
+void tst_Composition::screensGoWithTheApplicationAndCallsStaySafe()
+{
+    std::unique_ptr<cloVELDRAMain> object;
+    for (int life = 1; life <= 2; ++life) { // a host may end its application and start another
+        QPointer<QDialog> screen;
+        {
+            const HostApplication application;
+            object = std::make_unique<cloVELDRAMain>();
+            connectEmptyInputs(*object);
+            Closer closer;
+            object->VerINSxSBT();
+            QCOMPARE(closer.shown.size(), 1);
+            screen = closer.shown.first();
+            QVERIFY(screen);
+        }
+        QVERIFY(!screen);
+        QVERIFY(!object->get_OK());
+        object->put_ADUANA(u"001"_s);
+        QCOMPARE(numberThrownBy([&] { object->VerINSxSBT(); }), 5);
+        QCOMPARE(numberThrownBy([&] { object->ConectarDB({}); }), 5);
+        object.reset();
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_Composition)
+#include "tst_Composition.moc"

@@ -1,0 +1,150 @@
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int programTimeout = 200'000;
+
+/// A window with its texts and frames has many colours; a picture of nothing has one.
+bool isBlank(const QImage& image)
+{
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            colours.insert(image.pixel(x, y));
+            if (colours.size() > 8) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+/// The demonstration program as ./run starts it.
+class tst_Demo : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDemonstrationPlays_data();
+    void theDemonstrationPlays();
+    void aFailedStepEndsWithItsLine();
+    void aScriptThatCannotBeReadIsNotPlayed();
+    void helpAndVersionNeedNoDisplay();
+
+private:
+    struct Result
+    {
+        int exitCode = -1;
+        QString output;
+        QString errors;
+    };
+
+    /// Runs the program with settings of its own, so that those of the machine's user do not matter.
+    static Result run(const QStringList& arguments, const QTemporaryDir& place,
+                      const QMap<QString, QString>& variables = {})
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"XDG_CONFIG_HOME"_s, place.filePath(u"config"_s));
+        for (auto variable = variables.begin(); variable != variables.end(); ++variable) {
+            environment.insert(variable.key(), variable.value());
+        }
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QString::fromUtf8(TORNEL_PROGRAM), arguments);
+        if (!program.waitForFinished(programTimeout)) {
+            program.kill();
+            program.waitForFinished();
+            return {-1, QString(), u"did not finish"_s};
+        }
+        return {program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1,
+                QString::fromUtf8(program.readAllStandardOutput()), QString::fromUtf8(program.readAllStandardError())};
+    }
+
+    static QString script(const QTemporaryDir& place, const QByteArray& text)
+    {
+        QFile file(place.filePath(u"prueba.script"_s));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+            qFatal("cannot write the script");
+        }
+        return file.fileName();
+    }
+};
+
+void tst_Demo::theDemonstrationPlays_data()
+{
+    QTest::addColumn<QString>("scale");
+    QTest::newRow("100 %") << u"1"_s;
+    QTest::newRow("150 %") << u"1.5"_s;
+}
+
+void tst_Demo::theDemonstrationPlays()
+{
+    QFETCH(const QString, scale);
+    const QTemporaryDir place;
+    const Result result = run({u"--script"_s, QString::fromUtf8(TORNEL_DEMO), u"--datos"_s, place.filePath(u"datos"_s),
+                               u"--salida"_s, place.filePath(u"out"_s)},
+                              place, {{u"QT_SCALE_FACTOR"_s, scale}});
+    QVERIFY2(result.exitCode == 0, qPrintable(result.errors));
+
+    const QDir shots(place.filePath(u"out"_s));
+    const QStringList names = shots.entryList({u"*.png"_s}, QDir::Files, QDir::Name);
+    QCOMPARE(names.size(), 9);
+    for (const QString& name : names) {
+        const QImage image(shots.filePath(name));
+        QVERIFY2(!image.isNull() && !isBlank(image), qPrintable(name));
+    }
+    // The pictures have the resolution of the screen.
+    const QImage window(shots.filePath(u"01-tornel.png"_s));
+    QVERIFY(qAbs(window.devicePixelRatio() - scale.toDouble()) < 0.01 || window.width() > 800 * scale.toDouble());
+    QVERIFY(QImage(shots.filePath(u"02-importar.png"_s)) != QImage(shots.filePath(u"05-resultado.png"_s)));
+}
+
+void tst_Demo::aFailedStepEndsWithItsLine()
+{
+    const QTemporaryDir place;
+    const QString file = script(place, "press btnImportar\nscreen frmImportar\nkey F11\nscreen winTornel\n");
+    const Result result = run({u"--script"_s, file, u"--datos"_s, place.filePath(u"datos"_s)}, place);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains(u"línea 4: se esperaba la pantalla winTornel"_s)
+                 && result.errors.contains(u"un cuadro exclamation «Falta Numero de Declaración Maria.»"_s),
+             qPrintable(result.errors));
+}
+
+void tst_Demo::aScriptThatCannotBeReadIsNotPlayed()
+{
+    const QTemporaryDir place;
+    const QString file = script(place, "press btnImportar\njump\n");
+    const Result result = run({u"--script"_s, file, u"--datos"_s, place.filePath(u"datos"_s)}, place);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains(u"prueba.script:2: "_s), qPrintable(result.errors));
+    QVERIFY(!QDir(place.filePath(u"datos"_s)).exists());
+}
+
+void tst_Demo::helpAndVersionNeedNoDisplay()
+{
+    const QTemporaryDir place;
+    const QMap<QString, QString> noDisplay{{u"QT_QPA_PLATFORM"_s, u"no such platform"_s}};
+    const Result version = run({u"--version"_s}, place, noDisplay);
+    QCOMPARE(version.exitCode, 0);
+    QVERIFY(version.output.startsWith(u"tornel "_s));
+    const Result help = run({u"--help"_s}, place, noDisplay);
+    QCOMPARE(help.exitCode, 0);
+    QVERIFY(help.output.contains(u"--datos"_s));
+    const Result refused = run({u"--rapido"_s}, place, noDisplay);
+    QCOMPARE(refused.exitCode, 2);
+    QVERIFY(refused.errors.contains(u"Opción desconocida: rapido"_s));
+}
+
+QTEST_GUILESS_MAIN(tst_Demo)
+#include "tst_Demo.moc"
