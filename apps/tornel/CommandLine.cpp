@@ -32,12 +32,11 @@ QString helpText(const QList<QCommandLineOption>& options)
 }
 
 /// The user's own settings where they are Spanish; the demonstration's numbers and dates are Argentine otherwise.
-QLocale localeOf(const QString& name)
+QLocale localeOf(const QString& name, const QLocale& system)
 {
     if (!name.isEmpty()) {
         return QLocale(name);
     }
-    const QLocale system = QLocale::system();
     return system.language() == QLocale::Spanish ? system : QLocale(QLocale::Spanish, QLocale::Argentina);
 }
 
@@ -59,7 +58,7 @@ QString refusal(const QCommandLineParser& parser, bool parsed, const QString& lo
 
 } // namespace
 
-CommandLine CommandLine::parse(const QStringList& arguments, const QString& version)
+CommandLine CommandLine::parse(const QStringList& arguments, const QString& version, const QLocale& system)
 {
     const QCommandLineOption data(u"datos"_s, u"Carpeta de las bases de datos (se crean si faltan)."_s, u"CARPETA"_s,
                                   DataFolder::standardPath());
@@ -90,7 +89,7 @@ CommandLine CommandLine::parse(const QStringList& arguments, const QString& vers
     line.dataFolder = parser.value(data);
     line.script = parser.value(script);
     line.outputFolder = parser.value(output);
-    line.locale = localeOf(parser.value(locale));
+    line.locale = localeOf(parser.value(locale), system);
     return line;
 }
 

@@ -19,7 +19,7 @@ struct CommandLine
     QLocale locale;
 
     /// Needs no application object, so that help and version work without a display.
-    [[nodiscard]] static CommandLine parse(const QStringList& arguments, const QString& version);
+    [[nodiscard]] static CommandLine parse(const QStringList& arguments, const QString& version, const QLocale& system);
 };
 
 } // namespace tornel

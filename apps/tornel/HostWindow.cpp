@@ -4,7 +4,6 @@
 #include "HostLists.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -131,6 +130,11 @@ void replaceRows(QTableView* table, QStandardItemModel* model, const QList<QList
 }
 
 } // namespace
+
+QString hostTitle()
+{
+    return u"Tornel"_s;
+}
 
 HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget* parent)
     : QMainWindow(parent), m_session(session)
@@ -302,7 +306,7 @@ void HostWindow::run(Operation operation)
     try {
         m_session.run(operation, {m_interno->text(), m_customs->text(), m_subitem->text()});
     } catch (const RuntimeError& error) {
-        QMessageBox::critical(this, QApplication::applicationDisplayName(),
+        QMessageBox::critical(this, hostTitle(),
                               u"%1 - %2"_s.arg(QString::number(error.number()), error.description()));
     }
     showProduct();
@@ -327,7 +331,7 @@ void HostWindow::reloadLists()
         }
     } catch (const RuntimeError& error) {
         QMessageBox::critical(
-            this, QApplication::applicationDisplayName(),
+            this, hostTitle(),
             u"No se pueden leer las listas.\n\n%1 - %2"_s.arg(QString::number(error.number()), error.description()));
     }
     replaceRows(m_declarations, m_declarationRows, declarations);

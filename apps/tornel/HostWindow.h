@@ -16,6 +16,10 @@ class QTabWidget;
 
 namespace tornel {
 
+/// The program's name as its windows show it. It is not given to the application, because some platforms would put it
+/// behind the title of every window, those of the component included.
+[[nodiscard]] QString hostTitle();
+
 /// The host's window: its context, its declarations, and the entry operations of the component.
 class HostWindow : public QMainWindow
 {

@@ -32,7 +32,7 @@ void tell(const CommandLine& line, const QString& text)
 {
     print(stderr, u"tornel: %1\n"_s.arg(text));
     if (line.script.isEmpty()) {
-        QMessageBox::critical(nullptr, QApplication::applicationDisplayName(), text);
+        QMessageBox::critical(nullptr, hostTitle(), text);
     }
 }
 
@@ -45,7 +45,7 @@ bool prepare(const DataFolder& folder)
     }
     QProgressDialog dialog(u"Preparando las bases de datos de muestra (todo el arancel)…"_s, u"Cancelar"_s, 0, 1000);
     dialog.setObjectName(u"dlgPrimerInicio"_s);
-    dialog.setWindowTitle(QApplication::applicationDisplayName());
+    dialog.setWindowTitle(hostTitle());
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.setMinimumDuration(0);
     dialog.setAutoClose(false);
@@ -100,7 +100,7 @@ int main(int argc, char* argv[])
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    const CommandLine line = CommandLine::parse(arguments, u"" TORNEL_VERSION ""_s);
+    const CommandLine line = CommandLine::parse(arguments, u"" TORNEL_VERSION ""_s, QLocale::system());
     switch (line.wish) {
     case CommandLine::Wish::Run:
         break;
@@ -116,7 +116,6 @@ int main(int argc, char* argv[])
     QLocale::setDefault(line.locale);
     const QApplication application(argc, argv);
     QApplication::setApplicationName(u"tornel"_s);
-    QApplication::setApplicationDisplayName(u"Tornel"_s);
     QApplication::setApplicationVersion(u"" TORNEL_VERSION ""_s);
     QApplication::setWindowIcon(hostIcon());
     try {

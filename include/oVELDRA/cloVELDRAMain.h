@@ -66,8 +66,9 @@ enum class MemberKind { Get, Put, Call };
 ///
 /// Instances share one set of state, so only one is meant to be in use at a time. Creating one reads the number
 /// formats from the user's settings; releasing the last one drops the connections, which stay open: the host owns them.
-/// A QApplication is made when the host has none. Every call must come from the user-interface thread, else it throws
-/// RuntimeError 5.
+/// A QApplication is made when the host has none; with an application of the host's that has no windows, creating an
+/// object throws RuntimeError 429. Every call must come from the user-interface thread, else it throws RuntimeError 5,
+/// as ConectarDB() and the four operations do once the application has ended.
 class OVELDRA_EXPORT cloVELDRAMain final : public _cloVELDRAMain
 {
 public:

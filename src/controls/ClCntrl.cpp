@@ -226,7 +226,8 @@ bool ClCntrl::keyDown(const QKeyEvent& event)
 {
     if (event.key() == Qt::Key_Up || event.key() == Qt::Key_Down) {
         const Direction direction = event.key() == Qt::Key_Up ? Direction::Previous : Direction::Next;
-        QMetaObject::invokeMethod(this, [direction] { sendTab(direction); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [direction] { sendTab(direction); }, Qt::QueuedConnection);
         return true;
     }
     if (isKeypadDecimal(event)) {

@@ -17,7 +17,7 @@ class QWidget;
 
 namespace oVELDRA::core {
 class Prompts;
-}
+} // namespace oVELDRA::core
 
 namespace oVELDRA::controls {
 
@@ -48,7 +48,8 @@ public:
     /// The same for the bound combo box.
     void BuscarCBO(const QString& text);
 
-    /// The decimal separator of the user's locale, read anew; empty when it cannot be found out, which the user is told.
+    /// The decimal separator of the user's locale, read anew; empty when it cannot be found out, which the user is
+    /// told.
     QString Separador_Decimal();
     /// The same.
     QString Obtener_Sep_Decim();

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -64,10 +65,15 @@ void Form::showModal()
     designState();
     Form_Load();
     watch(*this); // the binders have come before the table
+    if (!testAttribute(Qt::WA_Resized)) {
+        resize(sizeHint().boundedTo(
+            screen()->availableSize())); // by itself it would take two thirds of the screen at most
+    }
     const QWidget* host = QApplication::activeWindow();
     if (host != nullptr && host != this) {
         winId(); // there is a window handle only then
-        windowHandle()->setTransientParent(host->windowHandle()); // else the host's window could hide the form it waits for
+        windowHandle()->setTransientParent(
+            host->windowHandle()); // else the host's window could hide the form it waits for
     }
     exec();
 }

@@ -26,9 +26,9 @@ class ListView;
 /// A line of a form's key table: what a key does, where.
 struct KeyBinding
 {
-    int key;                                       ///< Qt::Key_Return stands for both Enter keys
+    int key;                                        ///< Qt::Key_Return stands for both Enter keys
     std::optional<Qt::KeyboardModifiers> modifiers; ///< Shift, Control and Alt exactly so; nothing: any
-    const QWidget* control;                        ///< with the focus in this control; null: anywhere in the form
+    const QWidget* control;                         ///< with the focus in this control; null: anywhere in the form
     std::function<void()> procedure;
 };
 

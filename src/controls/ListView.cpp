@@ -96,7 +96,7 @@ FillScope::~FillScope()
 {
     m_list.m_rows.endFill();
     if (m_list.rowCount() > 0 && m_list.currentRow() < 0) {
-        m_list.selectRow(0);
+        m_list.setCurrentIndex(m_list.m_rows.index(0, 0));
     }
     m_list.setHidden(m_wasHidden);
     if (m_hadFocus) {

@@ -57,8 +57,6 @@ BoxAnswer ScreenPrompts::messageBox(const QString& text, BoxStyle style, const Q
     QMessageBox box(iconOf(style), titleOrDefault(title), text, QMessageBox::NoButton, windowBelow());
     // Codes and descriptions of the user's data come as they are, whatever markup they look like.
     box.setTextFormat(Qt::PlainText);
-    // A selectable text is laid out as a document, which takes CR LF for one line break; it can be copied, too.
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (style == QuestionBox) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         name(box, QMessageBox::Yes, u"Sí"_s, Qt::Key_S);
@@ -84,7 +82,6 @@ QString ScreenPrompts::inputBox(const QString& prompt, const QString& title, con
     dialog.setCancelButtonText(u"Cancelar"_s);
     if (auto* label = dialog.findChild<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }

@@ -111,10 +111,9 @@ public:
     /// Deletes what run() inserted. What fails here is not told: the user hears of the failure that led to it.
     void undo() noexcept
     {
-        for (const QString& statement :
-             {QString(u"delete from INTINS where INTNRO = "_s + m_literals.interno + u" and INTDCL = "_s +
-                      m_literals.declaration),
-              QString(u"delete from INS where INTDCL = "_s + m_literals.declaration)}) {
+        for (const QString& statement : {QString(u"delete from INTINS where INTNRO = "_s + m_literals.interno +
+                                                 u" and INTDCL = "_s + m_literals.declaration),
+                                         QString(u"delete from INS where INTDCL = "_s + m_literals.declaration)}) {
             try {
                 execute(m_inputs, statement);
             } catch (...) {
@@ -126,9 +125,9 @@ public:
 private:
     void readFactors()
     {
-        const auto rows = open(
-            m_host, u"select fobdivcambio, fletedivcambio, segurodivcambio from caratula where interno = "_s +
-                        m_literals.interno);
+        const auto rows =
+            open(m_host, u"select fobdivcambio, fletedivcambio, segurodivcambio from caratula where interno = "_s +
+                             m_literals.interno);
         if (rows) {
             m_factors.fob = toNumber(rows->value(u"fobdivcambio"));
             m_factors.freight = toNumber(rows->value(u"fletedivcambio"));
@@ -150,9 +149,9 @@ private:
 
     void importItems()
     {
-        const auto items = open(
-            m_host, u"select id,FobTotal,itflete,itseguro,ajusteinc,ajusteded  from item where interno = "_s +
-                        m_literals.interno + u" and id<>0 order by id"_s);
+        const auto items =
+            open(m_host, u"select id,FobTotal,itflete,itseguro,ajusteinc,ajusteded  from item where interno = "_s +
+                             m_literals.interno + u" and id<>0 order by id"_s);
         if (!items) {
             throw ImportFailure(u"ER Error en acceder a los Item's del despacho"_s);
         }
@@ -204,9 +203,8 @@ private:
         const QString statement =
             u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values ("_s +
             m_literals.declaration + u',' + quoted(toText(subitem.value(u"IDARTICULO"))) + u',' +
-            quoted(toText(subitem.value(u"IDUNIDAD"))) + u",'" + quantityText + u"','" + runtime::CStr(price) +
-            u"','" + quantityText + u"'," + quoted(toText(subitem.value(u"NCM"))) + u",'" + item + u"','" + number +
-            u"')";
+            quoted(toText(subitem.value(u"IDUNIDAD"))) + u",'" + quantityText + u"','" + runtime::CStr(price) + u"','" +
+            quantityText + u"'," + quoted(toText(subitem.value(u"NCM"))) + u",'" + item + u"','" + number + u"')";
         execute(m_inputs, statement);
     }
 
@@ -229,15 +227,22 @@ QString errorStatus(int number, const QString& description)
 QString _VerificarIntegridadInterno(core::SharedState& state, const QString& declaration)
 {
     try {
+        const QString interno = quoted(state.sInternoExt);
+        const QString cannotOpen = u"Error en acceder a los articulos"_s;
+        const QString withoutCode =
+            u"Se encontraron subitem's sin Codigo de Articulo o , esto impedira su descuento como insumo."_s;
         requireNone(*state.g_DBTOR,
-                    u"select count(idarticulo) as Total from groupsubitems where interno = "_s +
-                        quoted(state.sInternoExt) +
+                    u"select count(idarticulo) as Total from groupsubitems where interno = "_s + interno +
                         u"  and ( idarticulo is null or  idarticulo = '' or  idarticulo = 'agrupado!') "_s,
-                    u"Error en acceder a los articulos"_s,
-                    u"Se encontraron subitem's sin Codigo de Articulo o , esto impedira su descuento como insumo."_s);
-        requireNone(*state.g_DBINS, u"select count(INTDCL) as Total from INTINS where INTDCL = "_s + quoted(declaration),
-                    u"Error en acceder al Stock de insumos"_s,
-                    u"El número de Declaración ya esta en la base de datos"_s);
+                    cannotOpen, withoutCode);
+        // Counting a column passes over its Nulls, and a subitem whose code is Null must not come in either.
+        requireNone(*state.g_DBTOR,
+                    u"select count(*) as Total from groupsubitems where interno = "_s + interno +
+                        u" and idarticulo is null"_s,
+                    cannotOpen, withoutCode);
+        requireNone(
+            *state.g_DBINS, u"select count(INTDCL) as Total from INTINS where INTDCL = "_s + quoted(declaration),
+            u"Error en acceder al Stock de insumos"_s, u"El número de Declaración ya esta en la base de datos"_s);
         return u"OK Verificar Integridad OK"_s;
     } catch (...) {
         return currentErrorStatus();

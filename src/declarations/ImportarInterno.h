@@ -4,7 +4,7 @@
 
 namespace oVELDRA::core {
 struct SharedState;
-}
+} // namespace oVELDRA::core
 
 namespace oVELDRA::declarations {
 

@@ -87,10 +87,11 @@ frmImportar::frmImportar(core::Component& component, ImportRoutines routines)
 
     lbTexto = addText(u"lbTexto"_s, {});
     lbTexto->setAutoFillBackground(true);
+    lbTexto->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     lbTexto->setMargin(fontMetrics().height() / 4);
     lbTexto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     // Room for a database's long sentences; a single endless word must not widen the form.
-    lbTexto->setMinimumSize(1, 5 * fontMetrics().lineSpacing());
+    lbTexto->setMinimumSize(1, 6 * fontMetrics().lineSpacing() + 2 * lbTexto->margin());
     body().setStretchFactor(lbTexto, 1);
 
     lbversion = addText(u"lbversion"_s, u"version." OVELDRA_VERSION ""_s);

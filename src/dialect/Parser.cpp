@@ -370,8 +370,8 @@ private:
     {
         ExprPtr left = (this->*operand)();
         while (true) {
-            const auto found = std::find_if(operators.begin(), operators.end(),
-                                            [this](const auto& entry) { return atSymbol(entry.first); });
+            const auto* const found = std::find_if(operators.begin(), operators.end(),
+                                                   [this](const auto& entry) { return atSymbol(entry.first); });
             if (found == operators.end()) {
                 return left;
             }

@@ -62,7 +62,7 @@ public:
     void operator()(Insert& insert)
     {
         for (const QString& column : insert.columns) {
-            columnIndex(column);
+            static_cast<void>(columnIndex(column));
         }
         for (const ExprPtr& value : insert.values) {
             resolve(*value);
@@ -76,7 +76,7 @@ public:
     void operator()(Update& update)
     {
         for (const Assignment& assignment : update.assignments) {
-            columnIndex(assignment.column);
+            static_cast<void>(columnIndex(assignment.column));
             resolve(*assignment.value);
             noAggregate(*assignment.value, u"la instrucción UPDATE");
         }
@@ -86,7 +86,7 @@ public:
     void operator()(Delete& remove) { condition(remove.where.get()); }
 
 private:
-    int columnIndex(QStringView name) const
+    [[nodiscard]] int columnIndex(QStringView name) const
     {
         const int index = m_table.find(name);
         if (index < 0) {
@@ -225,7 +225,6 @@ private:
         case ExprKind::Concatenate:
             return ValueType::Text;
         case ExprKind::IsNull:
-            return ValueType::Boolean;
         case ExprKind::Like:
             return ValueType::Boolean;
         default:

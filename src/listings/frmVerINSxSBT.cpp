@@ -18,7 +18,7 @@ frmVerINSxSBT::frmVerINSxSBT(core::Component& component)
     const QString title = u"Insumos descargados para este subitem's"_s;
     addTitle(u"Label1"_s, title);
     lstView = addList(u"lstView"_s, title,
-                      {{u"Insumo"_s, 22},
+                      {{u"Insumo"_s, 18},
                        {u"D.I.T"_s, 18},
                        {u"Item"_s, 5, Qt::AlignRight},
                        {u"SubIt"_s, 6, Qt::AlignRight},

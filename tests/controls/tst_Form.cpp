@@ -13,6 +13,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -109,6 +111,8 @@ private Q_SLOTS:
     void namesAndAccessibleNames();
     void titleIsLargerAndHintIsLast();
     void sizesFollowTheFont();
+    void openingShowsAllColumnsWhereTheScreenHasRoom();
+    void sizeThatTheUserGaveStays();
     void labelsShowTextsAsTheyStand();
     void bindersAreMadeAnewAtEachOpening();
     void busyPointerEndsWithItsScope();
@@ -220,9 +224,9 @@ void tst_Form::keysOfTheTableArriveFromEveryControl()
     SampleForm form(component);
     form.setKeys({{Qt::Key_F11, AnyModifiers, WholeForm, form.note(u"F11"_s)}});
     QVERIFY(whileOpen(form, [&] {
-        for (QWidget* control :
-             {static_cast<QWidget*>(form.txtUno), static_cast<QWidget*>(form.txtDos), static_cast<QWidget*>(form.chTres),
-              static_cast<QWidget*>(form.button), static_cast<QWidget*>(form.list)}) {
+        for (QWidget* control : {static_cast<QWidget*>(form.txtUno), static_cast<QWidget*>(form.txtDos),
+                                 static_cast<QWidget*>(form.chTres), static_cast<QWidget*>(form.button),
+                                 static_cast<QWidget*>(form.list)}) {
             form.done.clear();
             control->setFocus();
             pressKey(Qt::Key_F11);
@@ -477,6 +481,41 @@ void tst_Form::sizesFollowTheFont()
     const int wide = SampleForm(component).txtUno->minimumWidth();
     QApplication::setFont(before);
     QVERIFY(wide > narrow * 3 / 2);
+}
+
+void tst_Form::openingShowsAllColumnsWhereTheScreenHasRoom()
+{
+    class WideForm final : public Form
+    {
+    public:
+        WideForm(core::Component& component, int characters) : Form(component, u"frmAncha"_s, u"Ancha"_s)
+        {
+            list = addList(u"lstV"_s, u"Lista"_s, {{u"A"_s, characters}, {u"B"_s, characters}});
+        }
+        ListView* list;
+    };
+    TestComponent component;
+    const QSize available = QGuiApplication::primaryScreen()->availableSize();
+    const int digit = QFontMetrics(QApplication::font()).horizontalAdvance(u'0');
+    WideForm fitting(component, available.width() * 8 / 10 / digit / 2);
+    QVERIFY(whileOpen(fitting, [&] {
+        QVERIFY(fitting.width() > available.width() * 2 / 3);
+        QCOMPARE(fitting.list->horizontalScrollBar()->maximum(), 0);
+    }));
+    WideForm tooWide(component, available.width() / digit);
+    QVERIFY(whileOpen(tooWide, [&] { QVERIFY(tooWide.width() <= available.width()); }));
+}
+
+void tst_Form::sizeThatTheUserGaveStays()
+{
+    TestComponent component;
+    SampleForm form(component);
+    QSize given;
+    QVERIFY(whileOpen(form, [&] {
+        given = form.size() + QSize(40, 30);
+        form.resize(given);
+    }));
+    QVERIFY(whileOpen(form, [&] { QCOMPARE(form.size(), given); }));
 }
 
 void tst_Form::labelsShowTextsAsTheyStand()

@@ -92,7 +92,8 @@ void tst_ListView::columnsHaveTitlesWidthsAndAlignment()
     const QAbstractItemModel& model = *list.model();
     QCOMPARE(model.columnCount(), 3);
     QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), u"Descripción"_s);
-    QCOMPARE(model.headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
+    QCOMPARE(model.headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
+             int(Qt::AlignRight | Qt::AlignVCenter));
     QVERIFY(!model.headerData(3, Qt::Horizontal).isValid());
     QVERIFY(!model.headerData(0, Qt::Vertical).isValid());
     const int digit = list.fontMetrics().horizontalAdvance(u'0');
@@ -401,14 +402,15 @@ void tst_ListView::titleSortsAscendingAtEveryClick()
 void tst_ListView::sortIsStableAndOrdersAsTheLanguageDoes()
 {
     ListView list(columns());
-    const QList<QStringList> rows{{u"Zeta"_s, u"1"_s}, {u"ñandú"_s, u"2"_s}, {u"oso"_s, u"3"_s},  {u"nube"_s, u"4"_s},
-                                  {u"árbol"_s, u"5"_s}, {u"nube"_s, u"6"_s},  {u"Barco"_s, u"7"_s}, {u"nube"_s, u"8"_s}};
+    const QList<QStringList> rows{{u"Zeta"_s, u"1"_s},  {u"ñandú"_s, u"2"_s}, {u"oso"_s, u"3"_s},
+                                  {u"nube"_s, u"4"_s},  {u"árbol"_s, u"5"_s}, {u"nube"_s, u"6"_s},
+                                  {u"Barco"_s, u"7"_s}, {u"nube"_s, u"8"_s}};
     for (const QStringList& row : rows) {
         list.append(row);
     }
     list.model()->sort(0, Qt::DescendingOrder); // always ascending, whatever is asked for
-    QCOMPARE(columnTexts(list, 0), (QStringList{u"árbol"_s, u"Barco"_s, u"nube"_s, u"nube"_s, u"nube"_s, u"ñandú"_s,
-                                                u"oso"_s, u"Zeta"_s}));
+    QCOMPARE(columnTexts(list, 0),
+             (QStringList{u"árbol"_s, u"Barco"_s, u"nube"_s, u"nube"_s, u"nube"_s, u"ñandú"_s, u"oso"_s, u"Zeta"_s}));
     QCOMPARE(columnTexts(list, 1), (QStringList{u"5"_s, u"7"_s, u"4"_s, u"6"_s, u"8"_s, u"2"_s, u"3"_s, u"1"_s}));
 }
 

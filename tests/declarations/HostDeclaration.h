@@ -29,8 +29,9 @@ public:
     /// The query of an item's subitems.
     [[nodiscard]] static QString subitems(int item)
     {
-        return QStringLiteral("select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where "
-                              "interno = 'INT-1' and id = %1 order by idsub")
+        return QStringLiteral(
+                   "select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where "
+                   "interno = 'INT-1' and id = %1 order by idsub")
             .arg(item);
     }
 
@@ -42,10 +43,10 @@ public:
         state.g_sAduana = QStringLiteral("001");
         db->willGiveRows(withoutCode, {QStringLiteral("Total")}, {{0}});
         db->willGiveRows(sameNumber, {QStringLiteral("Total")}, {{0}});
-        db->willGiveRows(factors,
-                         {QStringLiteral("fobdivcambio"), QStringLiteral("fletedivcambio"),
-                          QStringLiteral("segurodivcambio")},
-                         {{1.0, 1.0, 1.0}});
+        db->willGiveRows(
+            factors,
+            {QStringLiteral("fobdivcambio"), QStringLiteral("fletedivcambio"), QStringLiteral("segurodivcambio")},
+            {{1.0, 1.0, 1.0}});
         db->willAffect(header, 1);
         db->willGiveRows(items, itemColumns, {{1, 100.0, 10.0, 5.0, 7.0, 2.0}, {2, 100.0, 10.0, 5.0, 0.0, 0.0}});
         db->willGiveRows(subitems(1), subitemColumns,

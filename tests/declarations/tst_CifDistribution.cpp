@@ -143,10 +143,7 @@ void tst_CifDistribution::overflow()
     constexpr double huge = 1e308;
     QCOMPARE(numberThrownBy([] { (void)itemValues({.fob = huge}, {.fob = 10}, false); }), 6);
     QCOMPARE(numberThrownBy([] { (void)itemValues({.freight = huge, .insurance = huge}, ones, false); }), 6);
-    QCOMPARE(numberThrownBy([] {
-                 (void)itemValues({.increments = huge, .deductions = huge}, {.fob = 10}, true);
-             }),
-             6);
+    QCOMPARE(numberThrownBy([] { (void)itemValues({.increments = huge, .deductions = huge}, {.fob = 10}, true); }), 6);
     QCOMPARE(numberThrownBy([] { (void)sharedCif(huge, ones, {.fob = 1, .cif = 10}); }), 6);
     QCOMPARE(numberThrownBy([] { (void)unitValue(huge, 0.001); }), 6);
 }

@@ -50,28 +50,28 @@ struct Fixture
     RecordedProgress progress;
 };
 
-const QStringList undoStatements{
-    u"delete from INTINS where INTNRO = 'INT-1' and INTDCL = '24001IT14000001A'"_s,
-    u"delete from INS where INTDCL = '24001IT14000001A'"_s};
+const QStringList undoStatements{u"delete from INTINS where INTNRO = 'INT-1' and INTDCL = '24001IT14000001A'"_s,
+                                 u"delete from INS where INTDCL = '24001IT14000001A'"_s};
 
 /// The statements of the usual import, in order.
 QStringList usualStatements()
 {
-    return {u"select fobdivcambio, fletedivcambio, segurodivcambio from caratula where interno = 'INT-1'"_s,
-            u"insert into INTINS (INTNRO,INTDCL,INTFOF,INTDES,INTVEN,INTADU,INTIOK) values ('INT-1','24001IT14000001A',"
-            "datevalue('05/03/2024'),'Repuestos',datevalue('05/03/2026'),'001',1)"_s,
-            u"select id,FobTotal,itflete,itseguro,ajusteinc,ajusteded  from item where interno = 'INT-1' and id<>0 "
-            "order by id"_s,
-            u"select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where interno = 'INT-1' "
-            "and id = 1 order by idsub"_s,
-            u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
-            "('24001IT14000001A','ART1','KG','3','38,333333','3','8471','001','000')"_s,
-            u"select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where interno = 'INT-1' "
-            "and id = 2 order by idsub"_s,
-            u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
-            "('24001IT14000001A','ART2','UN','3','23','3','8472','002','001')"_s,
-            u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
-            "('24001IT14000001A','ART3','UN','2','23','2','8473','002','002')"_s};
+    return {
+        u"select fobdivcambio, fletedivcambio, segurodivcambio from caratula where interno = 'INT-1'"_s,
+        u"insert into INTINS (INTNRO,INTDCL,INTFOF,INTDES,INTVEN,INTADU,INTIOK) values ('INT-1','24001IT14000001A',"
+        "datevalue('05/03/2024'),'Repuestos',datevalue('05/03/2026'),'001',1)"_s,
+        u"select id,FobTotal,itflete,itseguro,ajusteinc,ajusteded  from item where interno = 'INT-1' and id<>0 "
+        "order by id"_s,
+        u"select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where interno = 'INT-1' "
+        "and id = 1 order by idsub"_s,
+        u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
+        "('24001IT14000001A','ART1','KG','3','38,333333','3','8471','001','000')"_s,
+        u"select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where interno = 'INT-1' "
+        "and id = 2 order by idsub"_s,
+        u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
+        "('24001IT14000001A','ART2','UN','3','23','3','8472','002','001')"_s,
+        u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
+        "('24001IT14000001A','ART3','UN','2','23','2','8473','002','002')"_s};
 }
 
 /// A host's database of its own, with the exchange factors of the declaration.
@@ -182,8 +182,9 @@ void tst_ImportarInterno::integrityRefusesSubitemsWithoutArticleCode()
     auto db = std::make_shared<doubles::FakeConexionDB>();
     db->willGiveRows(HostDeclaration::withoutCode, {u"Total"_s}, {{2}});
     fixture.state.g_DBTOR.assign(db);
-    QCOMPARE(_VerificarIntegridadInterno(fixture.state, u"24001"_s),
-             u"ER ERROR 1 - Se encontraron subitem's sin Codigo de Articulo o , esto impedira su descuento como insumo."_s);
+    QCOMPARE(
+        _VerificarIntegridadInterno(fixture.state, u"24001"_s),
+        u"ER ERROR 1 - Se encontraron subitem's sin Codigo de Articulo o , esto impedira su descuento como insumo."_s);
     QVERIFY(fixture.host.db->statements().isEmpty());
 }
 
@@ -343,8 +344,8 @@ void tst_ImportarInterno::datesAreWrittenDayMonthYear()
     arguments.officialDate = typed;
     arguments.expiry = typed;
     QCOMPARE(fixture.import(arguments), u"OK"_s);
-    QVERIFY(fixture.host.db->statements().at(1).contains(
-        u",datevalue('%1'),'Repuestos',datevalue('%1'),"_s.arg(written)));
+    QVERIFY(
+        fixture.host.db->statements().at(1).contains(u",datevalue('%1'),'Repuestos',datevalue('%1'),"_s.arg(written)));
 }
 
 void tst_ImportarInterno::nullAmountsCountAsZero()
@@ -366,7 +367,8 @@ void tst_ImportarInterno::numbersMayComeAsTexts()
     const auto host = hostWithFactors({u"1,5"_s, u"1"_s, u"x"_s});
     host->willGiveRows(HostDeclaration::items, HostDeclaration::itemColumns,
                        {{u"7"_s, u"100"_s, u"1.234,5"_s, u"5"_s, {}, {}}});
-    host->willGiveRows(u"select IDARTICULO"_s, HostDeclaration::subitemColumns, {{u"A"_s, u"U"_s, u"2,5"_s, {}, {}, {}}});
+    host->willGiveRows(u"select IDARTICULO"_s, HostDeclaration::subitemColumns,
+                       {{u"A"_s, u"U"_s, u"2,5"_s, {}, {}, {}}});
     fixture.state.g_DBTOR.assign(host);
     QCOMPARE(fixture.import(), u"OK"_s);
     QVERIFY(host->statements().constLast().contains(u"and id = 7 order by idsub"));
@@ -615,8 +617,8 @@ void tst_ImportarInterno::burstIsLeftAfterTheUndo()
     Fixture fixture;
     fixture.host.db->failStatement(3, RuntimeError(5));
     QVERIFY(fixture.import().startsWith(u"ER"));
-    QCOMPARE(fixture.host.db->events(), QStringList{u"<begin>"_s} + usualStatements().mid(0, 3) + undoStatements +
-                                            QStringList{u"<end>"_s});
+    QCOMPARE(fixture.host.db->events(),
+             QStringList{u"<begin>"_s} + usualStatements().mid(0, 3) + undoStatements + QStringList{u"<end>"_s});
 }
 
 void tst_ImportarInterno::failureAtCommitIsUndone()
@@ -624,8 +626,8 @@ void tst_ImportarInterno::failureAtCommitIsUndone()
     Fixture fixture;
     fixture.host.db->failCommit(RuntimeError(-2147467259, u"Disco lleno"_s));
     QCOMPARE(fixture.import(), u"ER ERROR -2147467259 - Disco lleno"_s);
-    QCOMPARE(fixture.host.db->events(), QStringList{u"<begin>"_s} + usualStatements() + QStringList{u"<commit>"_s} +
-                                            undoStatements);
+    QCOMPARE(fixture.host.db->events(),
+             QStringList{u"<begin>"_s} + usualStatements() + QStringList{u"<commit>"_s} + undoStatements);
     QVERIFY(!fixture.host.db->burstIsOpen());
 }
 
@@ -657,8 +659,8 @@ void tst_ImportarInterno::unconnectedDatabases()
 {
     core::SharedState state;
     RecordedProgress progress;
-    const QString status = ImportarInterno(state, progress, u"I"_s, u"D"_s, u"05/03/2024"_s, {}, u"05/03/2024"_s,
-                                           u"001"_s, 0, false);
+    const QString status =
+        ImportarInterno(state, progress, u"I"_s, u"D"_s, u"05/03/2024"_s, {}, u"05/03/2024"_s, u"001"_s, 0, false);
     QVERIFY2(status.startsWith(u"ER ERROR 3709 - "), qPrintable(status));
     QCOMPARE(_VerificarIntegridadInterno(state, u"D"_s), u"ER ERROR 1 - Error en acceder a los articulos"_s);
 }

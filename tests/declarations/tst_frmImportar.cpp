@@ -175,9 +175,10 @@ void tst_frmImportar::controlsHaveTheirNamesAndTexts()
     for (const auto& [name, text] : labels) {
         const QLineEdit& box = fixture.box(name);
         QCOMPARE(box.accessibleName(), text);
-        const bool labelled = std::any_of(allLabels.begin(), allLabels.end(), [&](const QLabel* label) {
-            return label->text() == text && label->buddy() == &box;
-        });
+        const bool labelled =
+            std::any_of(allLabels.begin(), allLabels.end(), [&, expected = text](const QLabel* label) {
+                return label->text() == expected && label->buddy() == &box;
+            });
         QVERIFY2(labelled, qPrintable(name));
     }
     QCOMPARE(fixture.check(u"chkAjustes"_s).text(), u"Calcular con Ajustes"_s);
@@ -224,7 +225,6 @@ void tst_frmImportar::everyOpeningStartsFromTheDesignState()
         },
         [&] { QCOMPARE(fixture.boxes(), QList{box(exported, core::InformationBox)}); });
     fixture.component.state.sInternoExt = u"INT-2"_s;
-    openingShowsTheHostsContext();
     QVERIFY(whileOpen(fixture.form, [&] {
         QCOMPARE(fixture.box(u"txtINTNRO"_s).text(), u"INT-2"_s);
         QCOMPARE(fixture.box(u"txtINTDCL"_s).text(), QString());
@@ -431,9 +431,10 @@ void tst_frmImportar::statementsInOrder()
     QCOMPARE(fixture.statements().at(1),
              u"select count(INTDCL) as Total from INTINS where INTDCL = '24001IT14000001A'"_s);
     QVERIFY(fixture.statements().at(2).startsWith(HostDeclaration::factors));
-    QCOMPARE(fixture.statements().at(3),
-             u"insert into INTINS (INTNRO,INTDCL,INTFOF,INTDES,INTVEN,INTADU,INTIOK) values ('INT-1','24001IT14000001A',"
-             "datevalue('05/03/2024'),'Repuestos',datevalue('05/03/2026'),'001',0)"_s);
+    QCOMPARE(
+        fixture.statements().at(3),
+        u"insert into INTINS (INTNRO,INTDCL,INTFOF,INTDES,INTVEN,INTADU,INTIOK) values ('INT-1','24001IT14000001A',"
+        "datevalue('05/03/2024'),'Repuestos',datevalue('05/03/2026'),'001',0)"_s);
     QCOMPARE(fixture.statements().at(6),
              QString(u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
                      "('24001IT14000001A','ART1','KG','3','"_s +
@@ -459,14 +460,20 @@ void tst_frmImportar::checkBoxesReachTheImport()
 void tst_frmImportar::valuesOfTheScreenReachTheImport()
 {
     QStringList seen;
-    Fixture fixture({.import = [&seen](core::SharedState&, ImportProgress&, const QString& interno,
-                                       const QString& declaration, const QString& officialDate,
-                                       const QString& description, const QString& expiry, const QString& customsOffice,
-                                       qint16 available, bool adjustments) {
-        seen = {interno, declaration, officialDate, description, expiry, customsOffice, QString::number(available),
-                adjustments ? u"ajustes"_s : u"sin ajustes"_s};
-        return u"OK"_s;
-    }});
+    Fixture fixture(
+        {.import = [&seen](core::SharedState&, ImportProgress&, const QString& interno, const QString& declaration,
+                           const QString& officialDate, const QString& description, const QString& expiry,
+                           const QString& customsOffice, qint16 available, bool adjustments) {
+            seen = {interno,
+                    declaration,
+                    officialDate,
+                    description,
+                    expiry,
+                    customsOffice,
+                    QString::number(available),
+                    adjustments ? u"ajustes"_s : u"sin ajustes"_s};
+            return u"OK"_s;
+        }});
     fixture.process([&] { fixture.check(u"chOK"_s).setChecked(true); }, unchanged);
     QCOMPARE(seen, (QStringList{u"INT-1"_s, u"24001IT14000001A"_s, u"05/03/2024"_s, u"Repuestos"_s, u"05/03/2026"_s,
                                 u"001"_s, u"1"_s, u"sin ajustes"_s}));
@@ -589,8 +596,7 @@ void tst_frmImportar::wholeRunIsOneBurstEndedBeforeTheBox()
     fixture.process(unchanged, unchanged);
     QVERIFY(!openInBox);
     QCOMPARE(commitsInBox, 1);
-    QCOMPARE(fixture.host.db->events(),
-             QStringList{u"<begin>"_s} + fixture.statements() + QStringList{u"<commit>"_s});
+    QCOMPARE(fixture.host.db->events(), QStringList{u"<begin>"_s} + fixture.statements() + QStringList{u"<commit>"_s});
 }
 
 void tst_frmImportar::noBurstIsOpenWhileTheOfficialDateIsTold()
@@ -669,9 +675,9 @@ void tst_frmImportar::runtimeErrorOfTheScreenIsReported()
     };
     fixture.process(unchanged, [&] {
         QCOMPARE(fixture.boxes().size(), 2);
-        QCOMPARE(fixture.boxes().constLast(),
-                 box(u"7 - Memoria insuficiente\r\n\r\nSección [oVELDRA.frmImportar.lp_Procesar]"_s,
-                     core::CriticalBox));
+        QCOMPARE(
+            fixture.boxes().constLast(),
+            box(u"7 - Memoria insuficiente\r\n\r\nSección [oVELDRA.frmImportar.lp_Procesar]"_s, core::CriticalBox));
         fixture.component.prompts.whileShown = {};
         pressKey(Qt::Key_F11); // the error has not left it deaf
         QCOMPARE(fixture.boxes().constLast(), box(exported, core::InformationBox));

@@ -1,7 +1,7 @@
+#include <QTest>
+
 #include <tornel/CommandLine.h>
 #include <tornel/DataFolder.h>
-
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tornel;
@@ -22,9 +22,9 @@ private Q_SLOTS:
     void mistakesAreRefused();
 
 private:
-    static CommandLine parse(const QStringList& arguments)
+    static CommandLine parse(const QStringList& arguments, const QLocale& system = QLocale::c())
     {
-        return CommandLine::parse(QStringList{u"tornel"_s} + arguments, u"1.2.3"_s);
+        return CommandLine::parse(QStringList{u"tornel"_s} + arguments, u"1.2.3"_s, system);
     }
 };
 
@@ -39,8 +39,8 @@ void tst_CommandLine::withoutOptions()
 
 void tst_CommandLine::everyOption()
 {
-    const CommandLine line = parse({u"--datos"_s, u"/d"_s, u"--script"_s, u"a.script"_s, u"--salida"_s, u"/o"_s,
-                                    u"--locale"_s, u"en_US"_s});
+    const CommandLine line =
+        parse({u"--datos"_s, u"/d"_s, u"--script"_s, u"a.script"_s, u"--salida"_s, u"/o"_s, u"--locale"_s, u"en_US"_s});
     QCOMPARE(line.wish, Wish::Run);
     QCOMPARE(line.dataFolder, u"/d"_s);
     QCOMPARE(line.script, u"a.script"_s);
@@ -50,13 +50,10 @@ void tst_CommandLine::everyOption()
 
 void tst_CommandLine::theLocaleIsArgentineUnlessTheSystemIsSpanish()
 {
-    // Tests run with the system locale C.
-    QCOMPARE(parse({}).locale.name(), u"es_AR"_s);
-    const QByteArray before = qgetenv("LC_ALL");
-    qputenv("LC_ALL", "es_UY.UTF-8");
-    QCOMPARE(parse({}).locale.name(), QLocale::system().name());
-    QCOMPARE(QLocale::system().language(), QLocale::Spanish);
-    qputenv("LC_ALL", before);
+    QCOMPARE(parse({}, QLocale::c()).locale.name(), u"es_AR"_s);
+    QCOMPARE(parse({}, QLocale(u"pt_BR"_s)).locale.name(), u"es_AR"_s);
+    QCOMPARE(parse({}, QLocale(u"es_UY"_s)).locale.name(), u"es_UY"_s);
+    QCOMPARE(parse({u"--locale"_s, u"en_US"_s}, QLocale(u"es_UY"_s)).locale.name(), u"en_US"_s);
 }
 
 void tst_CommandLine::helpNamesEveryOptionInSpanish()

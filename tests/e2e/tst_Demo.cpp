@@ -116,8 +116,8 @@ void tst_Demo::aFailedStepEndsWithItsLine()
     const QString file = script(place, "press btnImportar\nscreen frmImportar\nkey F11\nscreen winTornel\n");
     const Result result = run({u"--script"_s, file, u"--datos"_s, place.filePath(u"datos"_s)}, place);
     QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.errors.contains(u"línea 4: se esperaba la pantalla winTornel"_s)
-                 && result.errors.contains(u"un cuadro exclamation «Falta Numero de Declaración Maria.»"_s),
+    QVERIFY2(result.errors.contains(u"línea 4: se esperaba la pantalla winTornel"_s) &&
+                 result.errors.contains(u"un cuadro exclamation «Falta Numero de Declaración Maria.»"_s),
              qPrintable(result.errors));
 }
 

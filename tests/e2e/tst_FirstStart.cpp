@@ -1,7 +1,3 @@
-#include <tornel/DataFolder.h>
-#include <tornel/FirstStart.h>
-#include <tornel/HostLists.h>
-
 #include <oVELDRA/Store.h>
 
 #include <QDir>
@@ -11,6 +7,9 @@
 #include <QTest>
 
 #include <algorithm>
+#include <tornel/DataFolder.h>
+#include <tornel/FirstStart.h>
+#include <tornel/HostLists.h>
 
 using namespace Qt::StringLiterals;
 using namespace tornel;
@@ -91,9 +90,10 @@ void tst_FirstStart::makesTheThreeDatabases()
              u"Aptos para montaje por insercion (PHP - \"Pin Through Hole\")"_s);
 
     const auto inputs = folder.connect(Database::Inputs, Access::ReadOnly);
-    QCOMPARE(value(*inputs, u"select RIPCAN from RIP where PRDNRO = 'BOT-VAC-45' and ARTNRO = 'CUE-VAC-FL14'"_s, u"RIPCAN")
-                 .toDouble(),
-             0.28);
+    QCOMPARE(
+        value(*inputs, u"select RIPCAN from RIP where PRDNRO = 'BOT-VAC-45' and ARTNRO = 'CUE-VAC-FL14'"_s, u"RIPCAN")
+            .toDouble(),
+        0.28);
     QCOMPARE(value(*inputs, u"select INTVEN from INTINS where INTDCL = '26001IT14000087H'"_s, u"INTVEN").toDate(),
              QDate(2027, 1, 19));
     QCOMPARE(value(*inputs, u"select INTIOK from INTINS where INTDCL = '26001IT14000087H'"_s, u"INTIOK").toInt(), 1);
@@ -107,15 +107,15 @@ void tst_FirstStart::theDeclarationsAddUp()
     QVERIFY(run(folder));
     const auto host = folder.connect(Database::Host, Access::ReadOnly);
     QCOMPARE(rows(*host, u"select interno from item where id = 0"_s), rows(*host, u"select interno from caratula"_s));
-    const auto items = lists::open(*host, u"select id,FobTotal from item where interno = 'IT260102' and id<>0 order by id"_s);
+    const auto items =
+        lists::open(*host, u"select id,FobTotal from item where interno = 'IT260102' and id<>0 order by id"_s);
     QCOMPARE(items->recordCount(), 40);
     for (; !items->atEof(); items->moveNext()) {
-        const double fob =
-            value(*host,
-                  u"select sum(FOB) as Suma from groupsubitems where interno = 'IT260102' and id = "_s
-                      + items->value(u"id").toString(),
-                  u"Suma")
-                .toDouble();
+        const double fob = value(*host,
+                                 u"select sum(FOB) as Suma from groupsubitems where interno = 'IT260102' and id = "_s +
+                                     items->value(u"id").toString(),
+                                 u"Suma")
+                               .toDouble();
         QVERIFY(qAbs(fob - items->value(u"FobTotal").toDouble()) < 0.001);
     }
     QCOMPARE(rows(*host, u"select idsub from groupsubitems where interno = 'IT260103'"_s), 10000);
@@ -169,7 +169,8 @@ void tst_FirstStart::stoppedHalfWayItLeavesNothing()
     QFETCH(const QStringList, left);
     const QTemporaryDir place;
     const DataFolder folder(place.path());
-    QVERIFY(!FirstStart(folder).run([percent](qsizetype done, qsizetype total) { return done * 100 < total * percent; }));
+    QVERIFY(
+        !FirstStart(folder).run([percent](qsizetype done, qsizetype total) { return done * 100 < total * percent; }));
     QCOMPARE(files(folder), left);
     QVERIFY(FirstStart(folder).needed());
     QVERIFY(run(folder));
@@ -203,7 +204,8 @@ void tst_FirstStart::onlyWhatIsMissingIsMade()
     QVERIFY(QFile::remove(folder.file(Database::Host)));
     QVERIFY(FirstStart(folder).needed());
     QVERIFY(run(folder));
-    QCOMPARE(rows(*folder.connect(Database::Inputs, Access::ReadOnly), u"select CATNRO from CAT where CATNRO = 'MIO'"_s), 1);
+    QCOMPARE(
+        rows(*folder.connect(Database::Inputs, Access::ReadOnly), u"select CATNRO from CAT where CATNRO = 'MIO'"_s), 1);
     QCOMPARE(rows(*folder.connect(Database::Host, Access::ReadOnly), u"select interno from caratula"_s), 9);
 }
 

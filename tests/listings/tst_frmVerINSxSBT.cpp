@@ -31,7 +31,10 @@ struct Fixture
         component.state.g_sFmtCantidad = u"00.000000"_s;
     }
 
-    [[nodiscard]] const ListView& list() const { return *static_cast<ListView*>(form.findChild<QTreeView*>(u"lstView"_s)); }
+    [[nodiscard]] const ListView& list() const
+    {
+        return *static_cast<ListView*>(form.findChild<QTreeView*>(u"lstView"_s));
+    }
 
     [[nodiscard]] QStringList row(int row) const
     {
@@ -93,15 +96,17 @@ void tst_frmVerINSxSBT::statementHasTheIdentifierBareAndTheInternoQuoted_data()
     QTest::newRow("usual") << u"es_AR"_s << u"EXP24001"_s << 123
                            << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
                               "EXTINT = 'EXP24001' and EXTSBT = 123 order by ARTDCL, ARTITM, ARTSBT"_s;
-    QTest::newRow("large number without grouping") << u"en_US"_s << u"a b"_s << 2147483647
-                           << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
-                              "EXTINT = 'a b' and EXTSBT = 2147483647 order by ARTDCL, ARTITM, ARTSBT"_s;
+    QTest::newRow("large number without grouping")
+        << u"en_US"_s << u"a b"_s << 2147483647
+        << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
+           "EXTINT = 'a b' and EXTSBT = 2147483647 order by ARTDCL, ARTITM, ARTSBT"_s;
     QTest::newRow("nothing set, negative") << u"es_AR"_s << QString() << -7
-                           << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
-                              "EXTINT = '' and EXTSBT = -7 order by ARTDCL, ARTITM, ARTSBT"_s;
-    QTest::newRow("place markers are ordinary text") << u"es_AR"_s << u"%2 %1"_s << 1
-                           << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
-                              "EXTINT = '%2 %1' and EXTSBT = 1 order by ARTDCL, ARTITM, ARTSBT"_s;
+                                           << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
+                                              "EXTINT = '' and EXTSBT = -7 order by ARTDCL, ARTITM, ARTSBT"_s;
+    QTest::newRow("place markers are ordinary text")
+        << u"es_AR"_s << u"%2 %1"_s << 1
+        << u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where "
+           "EXTINT = '%2 %1' and EXTSBT = 1 order by ARTDCL, ARTITM, ARTSBT"_s;
 }
 
 void tst_frmVerINSxSBT::statementHasTheIdentifierBareAndTheInternoQuoted()
@@ -158,14 +163,14 @@ void tst_frmVerINSxSBT::rowsShowTrimmedCodesAndFormattedNumbers()
                                  {{u" 24001IT14 "_s, u"  ART 1 "_s, 1, u"002"_s, 1234.5678, 5.5}});
     fixture.form.Cargar_Insumos();
     QCOMPARE(fixture.list().rowCount(), 1);
-    QCOMPARE(fixture.row(0),
-             (QStringList{u"ART 1"_s, u"24001IT14"_s, u"001"_s, u"002"_s, discharged, unitCif}));
+    QCOMPARE(fixture.row(0), (QStringList{u"ART 1"_s, u"24001IT14"_s, u"001"_s, u"002"_s, discharged, unitCif}));
 }
 
 void tst_frmVerINSxSBT::nullFields()
 {
     Fixture fixture;
-    fixture.inputs->willGiveRows(u"select"_s, columns, {{{}, {}, {}, {}, {}, {}}, {u"\tD"_s, u"   "_s, 12, 1234, 0, 0}});
+    fixture.inputs->willGiveRows(u"select"_s, columns,
+                                 {{{}, {}, {}, {}, {}, {}}, {u"\tD"_s, u"   "_s, 12, 1234, 0, 0}});
     fixture.form.Cargar_Insumos();
     QCOMPARE(fixture.row(0), (QStringList{u""_s, u""_s, u""_s, u""_s, u"00,000000"_s, u"00,000000"_s}));
     QCOMPARE(fixture.row(1), (QStringList{u""_s, u"\tD"_s, u"012"_s, u"1234"_s, u"00,000000"_s, u"00,000000"_s}));
@@ -200,7 +205,8 @@ void tst_frmVerINSxSBT::queryThatCannotBeOpenedIsReported()
     QVERIFY(whileOpen(fixture.form, [&fixture] { QCOMPARE(fixture.list().rowCount(), 0); }));
     const RecordedPrompts::Box box{
         u"No está la tabla DIP.\r\n\r\n-2147217865 - seccion [oVELDRA.frmVerINSxSBT.cargar_insumos]"_s,
-        core::CriticalBox, {}};
+        core::CriticalBox,
+        {}};
     QCOMPARE(fixture.component.prompts.boxes(), QList{box});
 }
 

@@ -12,7 +12,6 @@
 namespace oVELDRA::store {
 
 using namespace Qt::StringLiterals;
-using dialect::Column;
 using dialect::ColumnKind;
 
 namespace {
