@@ -69,12 +69,10 @@ void Form::showModal()
         resize(sizeHint().boundedTo(
             screen()->availableSize())); // by itself it would take two thirds of the screen at most
     }
+    // Else the host's window could come to lie over the form that it waits for.
     const QWidget* host = QApplication::activeWindow();
-    if (host != nullptr && host != this) {
-        winId(); // there is a window handle only then
-        windowHandle()->setTransientParent(
-            host->windowHandle()); // else the host's window could hide the form it waits for
-    }
+    winId(); // there is a window handle only then
+    windowHandle()->setTransientParent(host != nullptr ? host->windowHandle() : nullptr);
     exec();
 }
 

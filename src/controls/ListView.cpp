@@ -83,7 +83,8 @@ QSize ListView::sizeFor(int width, int rows) const
             header()->sizeHint().height() + rows * fontMetrics().lineSpacing() + frame};
 }
 
-FillScope::FillScope(ListView& list) : m_list(list), m_hadFocus(list.hasFocus()), m_wasHidden(list.isHidden())
+FillScope::FillScope(ListView& list)
+    : m_list(list), m_hadFocus(list.window()->focusWidget() == &list), m_wasHidden(list.isHidden())
 {
     if (m_hadFocus) {
         m_list.clearFocus(); // else hiding hands it to the next control, which would show that

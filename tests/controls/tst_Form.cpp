@@ -1,5 +1,6 @@
 #include "controls/OpenForm.h"
 #include "doubles/TestComponent.h"
+#include "doubles/ThrownError.h"
 
 #include <oVELDRA/RuntimeError.h>
 
@@ -90,6 +91,9 @@ private Q_SLOTS:
     void everyOpeningStartsFromTheDesignState();
     void showModalReturnsWhenUnloaded();
     void titleBarClosesTheForm();
+    void errorOfFormLoadPassesThrough();
+    void formStaysOverTheWindowThatOpenedIt();
+    void focusOfTheDesignStateOutlastsAFill();
 
     void escapeAndEnterDoNothingOfTheirOwnAccord_data();
     void escapeAndEnterDoNothingOfTheirOwnAccord();
@@ -151,6 +155,44 @@ void tst_Form::titleBarClosesTheForm()
     TestComponent component;
     SampleForm form(component);
     QVERIFY(!whileOpen(form, [&form] { form.windowHandle()->close(); }));
+}
+
+void tst_Form::errorOfFormLoadPassesThrough()
+{
+    TestComponent component;
+    SampleForm form(component);
+    form.inLoad = [] { throw RuntimeError(3709); };
+    QCOMPARE(numberThrownBy([&form] { form.showModal(); }), 3709);
+    QVERIFY(!form.isVisible());
+    form.inLoad = {};
+    QVERIFY(whileOpen(form, [] {}));
+}
+
+void tst_Form::formStaysOverTheWindowThatOpenedIt()
+{
+    TestComponent component;
+    SampleForm form(component);
+    {
+        QWidget host;
+        host.show();
+        QVERIFY(QTest::qWaitForWindowActive(&host));
+        QVERIFY(whileOpen(form, [&] { QCOMPARE(form.windowHandle()->transientParent(), host.windowHandle()); }));
+    }
+    QVERIFY(whileOpen(form, [&] { QVERIFY(form.windowHandle()->transientParent() == nullptr); }));
+}
+
+void tst_Form::focusOfTheDesignStateOutlastsAFill()
+{
+    TestComponent component;
+    SampleForm form(component);
+    form.inLoad = [&form] {
+        form.list->setFocus();
+        const FillScope fill(*form.list);
+        form.list->append({u"A"_s});
+    };
+    for (int opening = 0; opening < 2; ++opening) {
+        QVERIFY(whileOpen(form, [&form] { QVERIFY(form.list->hasFocus()); }));
+    }
 }
 
 void tst_Form::escapeAndEnterDoNothingOfTheirOwnAccord_data()

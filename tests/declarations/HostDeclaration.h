@@ -24,6 +24,7 @@ public:
     static inline const QString header = QStringLiteral("insert into INTINS");
     static inline const QString article = QStringLiteral("insert into INS ");
     static inline const QString withoutCode = QStringLiteral("select count(idarticulo)");
+    static inline const QString nullCode = QStringLiteral("select count(*)");
     static inline const QString sameNumber = QStringLiteral("select count(INTDCL)");
 
     /// The query of an item's subitems.
@@ -42,6 +43,7 @@ public:
         state.sInternoExt = QStringLiteral("INT-1");
         state.g_sAduana = QStringLiteral("001");
         db->willGiveRows(withoutCode, {QStringLiteral("Total")}, {{0}});
+        db->willGiveRows(nullCode, {QStringLiteral("Total")}, {{0}});
         db->willGiveRows(sameNumber, {QStringLiteral("Total")}, {{0}});
         db->willGiveRows(
             factors,
