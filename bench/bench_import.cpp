@@ -1,0 +1,242 @@
+// What the import of a declaration costs over inserting the same rows by a bound statement, how it grows, and how much
+// memory it takes.
+
+#include "Measure.h"
+
+#include <oVELDRA/Store.h>
+
+#include <core/SharedState.h>
+#include <declarations/ImportarInterno.h>
+#include <store/StoreConnection.h>
+#include <store/sqlite/SqliteEngine.h>
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <sys/resource.h>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using namespace oVELDRA;
+
+namespace {
+
+constexpr int subitemsPerItem = 100;
+const QString declaration = u"26073IT14000011A"_s;
+
+using Connection = std::shared_ptr<ConexionDB>;
+
+void run(ConexionDB& db, const QString& sql)
+{
+    db.setSql(sql);
+    db.execute();
+}
+
+sqlite3* handleOf(ConexionDB& db)
+{
+    auto& stored = dynamic_cast<store::StoreConnection&>(db);
+    return dynamic_cast<store::SqliteEngine&>(stored.engine()).handle();
+}
+
+/// A host database with one declaration, and an empty stock.
+class Databases
+{
+public:
+    explicit Databases(int items)
+    {
+        const Connection host = createStore(hostUrl(), Database::Host);
+        const auto burst = host->beginBurst();
+        run(*host,
+            u"insert into caratula (interno,fobdivcambio,fletedivcambio,segurodivcambio) values ('T','1,08','1','1')"_s);
+        for (int item = 1; item <= items; ++item) {
+            run(*host, u"insert into item (interno,id,FobTotal,itflete,itseguro,ajusteinc,ajusteded) values ('T',"_s +
+                           QString::number(item) + u",'5050','101,25','33,33','0','0')");
+            for (int subitem = 1; subitem <= subitemsPerItem; ++subitem) {
+                run(*host,
+                    u"insert into groupsubitems (interno,id,idsub,IDARTICULO,IDUNIDAD,CANTIDAD,PRECIOUNITARIO,NCM,FOB)"
+                    " values ('T',"_s +
+                        QString::number(item) + u',' + QString::number(subitem) + u",'AC-" + QString::number(subitem) +
+                        u"','01','" + QString::number(1 + subitem % 7) + u",5','1','7208.90.00.110H','" +
+                        QString::number(subitem) + u"')");
+            }
+        }
+        burst->commit();
+    }
+
+    [[nodiscard]] QString hostUrl() const { return u"sqlite:"_s + m_folder.filePath(u"tornel.sqlite"_s); }
+    /// A new, empty stock each time.
+    [[nodiscard]] QString newInputs()
+    {
+        const QString url = u"sqlite:"_s + m_folder.filePath(u"insumos%1.sqlite"_s.arg(++m_made));
+        static_cast<void>(createStore(url, Database::Inputs));
+        return url;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    int m_made = 0;
+};
+
+class NoProgress final : public declarations::ImportProgress
+{
+public:
+    void limits(int /*minimum*/, int /*maximum*/) override {}
+    void advance() override {}
+};
+
+double importSeconds(const QString& hostUrl, const QString& inputsUrl)
+{
+    core::SharedState state;
+    state.sInternoExt = u"T"_s;
+    state.g_DBTOR.assign(connectStore(hostUrl, Access::ReadOnly));
+    state.g_DBINS.assign(connectStore(inputsUrl));
+    NoProgress progress;
+    QString status;
+    const double time = bench::seconds([&] {
+        status = declarations::ImportarInterno(state, progress, u"T"_s, declaration, u"15/01/2026"_s, u"banco"_s,
+                                               u"15/01/2028"_s, u"073"_s, 1, false);
+    });
+    if (status != u"OK") {
+        std::fprintf(stderr, "%s\n", qPrintable(status));
+        std::exit(2);
+    }
+    return time;
+}
+
+struct Article
+{
+    std::string code;
+    std::string unit;
+    double quantity;
+    double price;
+    std::string position;
+    int item;
+    int subitem;
+};
+
+std::vector<Article> importedArticles(const QString& inputsUrl)
+{
+    const Connection db = connectStore(inputsUrl, Access::ReadOnly);
+    std::vector<Article> articles;
+    bool ok = false;
+    db->setSql(u"select * from INS"_s);
+    for (const auto rows = db->openRecordset(ok); !rows->atEof(); rows->moveNext()) {
+        articles.push_back({rows->value(u"ARTNRO").toString().toStdString(),
+                            rows->value(u"ARTUNI").toString().toStdString(), rows->value(u"ARTCAT").toDouble(),
+                            rows->value(u"ARTPRE").toDouble(), rows->value(u"ARTNCM").toString().toStdString(),
+                            rows->value(u"ARTITM").toInt(), rows->value(u"ARTSBT").toInt()});
+    }
+    return articles;
+}
+
+void bindText(sqlite3_stmt* statement, int place, const std::string& text)
+{
+    sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+}
+
+double boundSeconds(const std::vector<Article>& articles, const QString& inputsUrl, bool oneTransaction)
+{
+    const Connection db = connectStore(inputsUrl);
+    sqlite3* const database = handleOf(*db);
+    sqlite3_stmt* prepared = nullptr;
+    sqlite3_prepare_v3(database,
+                       "INSERT INTO INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) "
+                       "VALUES (?1,?2,?3,?4,?5,?6,?7,?8,?9)",
+                       -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+    const store::SqliteStatementHandle statement(prepared);
+    const std::string number = declaration.toStdString();
+    return bench::seconds([&] {
+        if (oneTransaction) {
+            sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+        }
+        for (const Article& article : articles) {
+            bindText(statement.get(), 1, number);
+            bindText(statement.get(), 2, article.code);
+            bindText(statement.get(), 3, article.unit);
+            sqlite3_bind_double(statement.get(), 4, article.quantity);
+            sqlite3_bind_double(statement.get(), 5, article.price);
+            sqlite3_bind_double(statement.get(), 6, article.quantity);
+            bindText(statement.get(), 7, article.position);
+            sqlite3_bind_int(statement.get(), 8, article.item);
+            sqlite3_bind_int(statement.get(), 9, article.subitem);
+            sqlite3_step(statement.get());
+            sqlite3_reset(statement.get());
+        }
+        if (oneTransaction) {
+            sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
+        }
+    });
+}
+
+bool againstBoundInserts()
+{
+    Databases databases(1000);
+    const QString imported = databases.newInputs();
+    importSeconds(databases.hostUrl(), imported);
+    const std::vector<Article> articles = importedArticles(imported);
+    bench::Pair together;
+    for (int run = 0; run < 3; ++run) {
+        together.limit = std::min(together.limit, boundSeconds(articles, databases.newInputs(), true));
+        together.ours = std::min(together.ours, importSeconds(databases.hostUrl(), databases.newInputs()));
+    }
+    const bench::Pair apart{together.ours, boundSeconds(articles, databases.newInputs(), false)};
+    const bool held = bench::report("import of 100,000 subitems, against one transaction", together, 3.0);
+    return bench::report("import of 100,000 subitems, against single inserts", apart, 1.0 / 3.0) && held;
+}
+
+void growth()
+{
+    std::printf("growth, microseconds per subitem:");
+    for (const int items : {100, 1000, 10000}) {
+        Databases databases(items);
+        const double time = importSeconds(databases.hostUrl(), databases.newInputs());
+        std::printf("  %d: %.2f", items * subitemsPerItem, time * 1e6 / (items * subitemsPerItem));
+        std::fflush(stdout);
+    }
+    std::printf("\n");
+}
+
+/// Memory is that of a process that does nothing but import.
+bool memory()
+{
+    constexpr double barMegabytes = 200;
+    Databases databases(1000);
+    QProcess importer;
+    importer.start(QCoreApplication::applicationFilePath(),
+                   {u"only-import"_s, databases.hostUrl(), databases.newInputs()});
+    importer.waitForFinished(-1);
+    const double megabytes = importer.readAllStandardOutput().trimmed().toDouble();
+    const bool held = importer.exitCode() == 0 && megabytes > 0 && megabytes < barMegabytes;
+    std::printf("%-58s %6.0f MB peak, bar %.0f MB  %s\n", "import of 100,000 subitems, the whole process", megabytes,
+                barMegabytes, held ? "held" : "MISSED");
+    return held;
+}
+
+int onlyImport(const QStringList& arguments)
+{
+    importSeconds(arguments.value(2), arguments.value(3));
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%.1f\n", static_cast<double>(usage.ru_maxrss) / 1024);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QLocale::setDefault(QLocale(u"es_AR"_s));
+    if (argc == 4 && std::strcmp(argv[1], "only-import") == 0) {
+        return onlyImport(QCoreApplication::arguments());
+    }
+    bool held = againstBoundInserts();
+    held = memory() && held;
+    growth();
+    return held ? 0 : 1;
+}

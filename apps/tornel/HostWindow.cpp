@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QStandardItemModel>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -119,7 +120,6 @@ void sizeColumns(QTableView* table)
 void replaceRows(QTableView* table, QStandardItemModel* model, const QList<QList<QStandardItem*>>& rows)
 {
     const int current = table->currentIndex().row();
-    const QSignalBlocker quiet(table->selectionModel());
     model->setRowCount(0);
     for (const auto& row : rows) {
         model->appendRow(row);
@@ -315,6 +315,7 @@ void HostWindow::run(Operation operation)
 
 void HostWindow::reloadLists()
 {
+    const QScopedValueRollback reloading(m_reloading, true);
     QList<QList<QStandardItem*>> declarations;
     QList<QList<QStandardItem*>> exports;
     try {
@@ -358,6 +359,9 @@ void HostWindow::showProduct()
 
 void HostWindow::takeDeclaration(int row)
 {
+    if (m_reloading) {
+        return;
+    }
     if (const QStandardItem* const interno = m_declarationRows->item(row)) {
         m_interno->setText(interno->text());
     }
@@ -365,6 +369,9 @@ void HostWindow::takeDeclaration(int row)
 
 void HostWindow::takeExport(int row)
 {
+    if (m_reloading) {
+        return;
+    }
     if (const QStandardItem* const interno = m_exportRows->item(row)) {
         m_interno->setText(interno->text());
         m_subitem->setText(m_exportRows->item(row, 1)->text());

@@ -44,6 +44,7 @@ private:
     void takeExport(int row);
 
     HostSession& m_session;
+    bool m_reloading = false; ///< rows that come back must not change the context
     QLineEdit* m_interno = nullptr;
     QLineEdit* m_customs = nullptr;
     QLineEdit* m_subitem = nullptr;

@@ -24,19 +24,12 @@ QString threeDigits(int number)
     return sql::text(u"%1"_s.arg(number, 3, 10, '0'_L1));
 }
 
-qsizetype billLines(const SampleStock& stock)
+/// How many rows the lists inside a list have together.
+template <typename Owner, typename Row>
+std::size_t innerRows(const std::vector<Owner>& owners, std::vector<Row> Owner::*rows)
 {
-    return std::accumulate(
-        stock.products.begin(), stock.products.end(), qsizetype{0},
-        [](qsizetype sum, const SampleProduct& product) { return sum + static_cast<qsizetype>(product.bill.size()); });
-}
-
-qsizetype stockArticles(const SampleStock& stock)
-{
-    return std::accumulate(stock.declarations.begin(), stock.declarations.end(), qsizetype{0},
-                           [](qsizetype sum, const SampleImportedDeclaration& declaration) {
-                               return sum + static_cast<qsizetype>(declaration.articles.size());
-                           });
+    return std::accumulate(owners.begin(), owners.end(), std::size_t{0},
+                           [rows](std::size_t sum, const Owner& owner) { return sum + (owner.*rows).size(); });
 }
 
 } // namespace
@@ -48,22 +41,25 @@ SampleContent::SampleContent(Tariff tariff)
 
 qsizetype SampleContent::rowCount(Database database) const
 {
+    std::size_t rows = 0;
     switch (database) {
     case Database::Nomenclature:
-        return static_cast<qsizetype>(m_tariff.positions().size() + m_tariff.suffixes().size());
+        rows = m_tariff.positions().size() + m_tariff.suffixes().size();
+        break;
     case Database::Inputs:
-        return static_cast<qsizetype>(m_stock.catalogs.size() + m_stock.products.size() + m_stock.declarations.size() +
-                                      m_stock.discharges.size()) +
-               billLines(m_stock) + stockArticles(m_stock);
+        rows = m_stock.catalogs.size() + m_stock.products.size() + innerRows(m_stock.products, &SampleProduct::bill) +
+               m_stock.declarations.size() + innerRows(m_stock.declarations, &SampleImportedDeclaration::articles) +
+               m_stock.discharges.size();
+        break;
     case Database::Host:
+        // Each declaration has its header, and the row 0 beside its items.
+        rows = m_declarations.size() * 2 + innerRows(m_declarations, &SampleDeclaration::items);
+        for (const SampleDeclaration& declaration : m_declarations) {
+            rows += innerRows(declaration.items, &SampleItem::subitems);
+        }
         break;
     }
-    // Per declaration its header and the row 0 of its items.
-    return std::accumulate(m_declarations.begin(), m_declarations.end(), qsizetype{0},
-                           [](qsizetype sum, const SampleDeclaration& declaration) {
-                               return sum + 2 + static_cast<qsizetype>(declaration.items.size()) +
-                                      declaration.subitemCount();
-                           });
+    return static_cast<qsizetype>(rows);
 }
 
 void SampleContent::write(Database database, ConexionDB& connection, const RowCounter& counter) const

@@ -100,6 +100,7 @@ SampleDeclaration fortyItems(const Tariff& tariff)
     for (int id = 1; id <= 40; ++id) {
         const int count = id % 3 == 0 ? dice.between(2, 6) : 1;
         std::vector<SampleSubitem> subitems;
+        subitems.reserve(static_cast<std::size_t>(count));
         for (int sub = 0; sub < count; ++sub) {
             subitems.push_back(lotOf(tariff, articles[next++ % articles.size()], dice));
         }

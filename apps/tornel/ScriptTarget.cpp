@@ -328,7 +328,7 @@ struct Act
     void operator()(const step::Press& step) const
     {
         // Posted, because an entry operation blocks in its own loop until its screen is closed.
-        QAbstractButton* const button = host.window().findChild<QAbstractButton*>(step.button);
+        auto* const button = host.window().findChild<QAbstractButton*>(step.button);
         QMetaObject::invokeMethod(button, &QAbstractButton::click, Qt::QueuedConnection);
         QMetaObject::invokeMethod(
             &host.window(), [done = done] { done({}); }, Qt::QueuedConnection);

@@ -69,10 +69,12 @@ void Form::showModal()
         resize(sizeHint().boundedTo(
             screen()->availableSize())); // by itself it would take two thirds of the screen at most
     }
-    // Else the host's window could come to lie over the form that it waits for.
-    const QWidget* host = QApplication::activeWindow();
+    // Else the host's window could come to lie over the form that it waits for. (Right after its last closing, the form
+    // itself may still count as the active window.)
+    const QWidget* active = QApplication::activeWindow();
+    const bool isHost = active != nullptr && active != this;
     winId(); // there is a window handle only then
-    windowHandle()->setTransientParent(host != nullptr ? host->windowHandle() : nullptr);
+    windowHandle()->setTransientParent(isHost ? active->windowHandle() : nullptr);
     exec();
 }
 

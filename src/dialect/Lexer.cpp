@@ -2,6 +2,9 @@
 
 #include "StatementError.h"
 
+#include <algorithm>
+#include <array>
+
 namespace oVELDRA::dialect {
 
 using namespace Qt::StringLiterals;
@@ -14,19 +17,46 @@ constexpr QChar textMark{u'\u0001'};
 constexpr QChar numberMark{u'\u0002'};
 constexpr QChar dateMark{u'\u0003'};
 
+/// What an ASCII character can be at the start of a token, so that one look decides: lifting literals is on the way of
+/// every statement.
+enum CharacterClass : quint8 { Other, Blank, Letter, Digit, Sign };
+
+constexpr std::array<CharacterClass, 128> characterClasses = [] {
+    std::array<CharacterClass, 128> classes{};
+    for (const char c : {' ', '\t', '\r', '\n'}) {
+        classes[static_cast<size_t>(c)] = Blank;
+    }
+    for (size_t i = 0; i < 26; ++i) {
+        classes['a' + i] = Letter;
+        classes['A' + i] = Letter;
+    }
+    classes['_'] = Letter;
+    for (size_t i = 0; i < 10; ++i) {
+        classes['0' + i] = Digit;
+    }
+    for (const char c : {'=', '<', '>', '(', ')', ',', '*', '/', '+', '-', '&'}) {
+        classes[static_cast<size_t>(c)] = Sign;
+    }
+    return classes;
+}();
+
+CharacterClass classOf(char16_t c)
+{
+    if (c < characterClasses.size()) {
+        return characterClasses[c];
+    }
+    return QChar(c).isLetter() ? Letter : Other;
+}
+
 constexpr bool isAsciiDigit(char16_t c)
 {
     return c >= u'0' && c <= u'9';
 }
 
-bool isWordStart(char16_t c)
-{
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || (c >= 0x80 && QChar(c).isLetter());
-}
-
 bool isWordPart(char16_t c)
 {
-    return isWordStart(c) || isAsciiDigit(c);
+    const CharacterClass kind = classOf(c);
+    return kind == Letter || kind == Digit;
 }
 
 constexpr QStringView wholeStatement = u"la instrucción";
@@ -45,19 +75,22 @@ QString Literal::text() const
 
 Token Scanner::next()
 {
-    while (m_position < m_text.size()) {
-        const char16_t c = m_text[m_position].unicode();
-        if (c != u' ' && c != u'\t' && c != u'\r' && c != u'\n') {
-            break;
-        }
+    while (m_position < m_text.size() && classOf(m_text[m_position].unicode()) == Blank) {
         ++m_position;
     }
     if (m_position == m_text.size()) {
         return {TokenKind::End, 0, m_position, m_position, false};
     }
     const char16_t c = m_text[m_position].unicode();
-    if (isWordStart(c)) {
+    switch (classOf(c)) {
+    case Letter:
         return word();
+    case Digit:
+        return number();
+    case Sign:
+        return symbol();
+    default:
+        break;
     }
     switch (c) {
     case u'\'':
@@ -67,42 +100,45 @@ Token Scanner::next()
         return bracketedName();
     case u'#':
         return dateLiteral();
+    case u'.':
+        if (m_position + 1 < m_text.size() && isAsciiDigit(m_text[m_position + 1].unicode())) {
+            return number();
+        }
+        break;
     default:
         break;
     }
-    const bool fraction = c == u'.' && m_position + 1 < m_text.size() && isAsciiDigit(m_text[m_position + 1].unicode());
-    return isAsciiDigit(c) || fraction ? number() : symbol();
+    throw syntaxError(wholeStatement, m_text, m_position);
 }
 
 Token Scanner::word()
 {
-    const qsizetype begin = m_position++;
-    while (m_position < m_text.size() && isWordPart(m_text[m_position].unicode())) {
-        ++m_position;
-    }
+    const qsizetype begin = m_position;
+    const auto* const end =
+        std::find_if_not(m_text.begin() + begin + 1, m_text.end(), [](QChar c) { return isWordPart(c.unicode()); });
+    m_position = end - m_text.begin();
     return {TokenKind::Word, 0, begin, m_position, false};
 }
 
 Token Scanner::quotedText(char16_t quote)
 {
-    const qsizetype begin = m_position++;
-    bool doubled = false;
-    for (; m_position < m_text.size(); ++m_position) {
-        const char16_t c = m_text[m_position].unicode();
-        if (c == quote) {
-            if (m_position + 1 < m_text.size() && m_text[m_position + 1].unicode() == quote) {
-                doubled = true;
-                ++m_position;
-                continue;
-            }
-            ++m_position;
-            return {TokenKind::Text, quote, begin, m_position, doubled};
+    const qsizetype begin = m_position;
+    const auto* at = m_text.begin() + begin + 1;
+    for (bool doubled = false;; doubled = true) {
+        at = std::find_if(at, m_text.end(), [quote](QChar c) { return c == QChar(quote) || c.isNull(); });
+        if (at == m_text.end()) {
+            throw syntaxError(u"un texto sin comilla de cierre", m_text, begin);
         }
-        if (c == 0) {
+        if (at->isNull()) {
             throw syntaxReason(wholeStatement, u"un texto contiene un carácter nulo"_s);
         }
+        ++at;
+        if (at == m_text.end() || *at != QChar(quote)) {
+            m_position = at - m_text.begin();
+            return {TokenKind::Text, quote, begin, m_position, doubled};
+        }
+        ++at;
     }
-    throw syntaxError(u"un texto sin comilla de cierre", m_text, begin);
 }
 
 Token Scanner::bracketedName()
@@ -184,9 +220,6 @@ Token Scanner::symbol()
     if ((c == u'-' && following == u'-') || (c == u'/' && following == u'*')) {
         throw syntaxError(wholeStatement, m_text, begin); // the dialect has no comments
     }
-    if (!u"=<>(),*/+-&"_s.contains(QChar(c))) {
-        throw syntaxError(wholeStatement, m_text, begin);
-    }
     ++m_position;
     return {TokenKind::Symbol, c, begin, m_position, false};
 }
@@ -201,11 +234,17 @@ Literal literalOf(QStringView statement, const Token& token)
 
 void liftLiterals(QStringView statement, QString& shape, Literals& literals)
 {
-    shape.resize(0);
-    shape.reserve(statement.size());
+    // A literal is at least as long as its mark, so the shape is no longer than the statement.
+    shape.resize(statement.size());
+    QChar* const out = shape.data();
+    qsizetype written = 0;
+    qsizetype copied = 0;
+    const auto copyUpTo = [&](qsizetype end) {
+        std::copy(statement.begin() + copied, statement.begin() + end, out + written);
+        written += end - copied;
+    };
     literals.clear();
     Scanner scanner(statement);
-    qsizetype copied = 0;
     for (Token token = scanner.next(); token.kind != TokenKind::End; token = scanner.next()) {
         QChar mark;
         switch (token.kind) {
@@ -221,12 +260,13 @@ void liftLiterals(QStringView statement, QString& shape, Literals& literals)
         default:
             continue;
         }
-        shape.append(statement.mid(copied, token.begin - copied));
-        shape.append(mark);
+        copyUpTo(token.begin);
+        out[written++] = mark;
         copied = token.end;
         literals.append(literalOf(statement, token));
     }
-    shape.append(statement.mid(copied));
+    copyUpTo(statement.size());
+    shape.truncate(written);
 }
 
 } // namespace oVELDRA::dialect
