@@ -162,6 +162,8 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
     sizeColumns(m_exports);
     showProduct();
     m_declarations->setFocus();
+    m_exports->setCurrentIndex(m_exportRows->index(0, 0));
+    m_subitem->clear(); // the declarations are in front
     m_declarations->setCurrentIndex(m_declarationRows->index(0, 0));
 }
 
@@ -258,6 +260,14 @@ QWidget* HostWindow::makeLists()
     tabs->setAccessibleName(u"Listas"_s);
     tabs->addTab(m_declarations, u"Importaciones &temporarias"_s);
     tabs->addTab(m_exports, u"E&xportaciones"_s);
+    // The context is the row that is marked in the list in front.
+    connect(tabs, &QTabWidget::currentChanged, this, [this](int page) {
+        if (page == 0) {
+            takeDeclaration(m_declarations->currentIndex().row());
+        } else {
+            takeExport(m_exports->currentIndex().row());
+        }
+    });
     return tabs;
 }
 

@@ -167,13 +167,11 @@ void ClCntrl::VaciarTxt(QWidget& screen)
 
 bool ClCntrl::eventFilter(QObject* watched, QEvent* event)
 {
-    if (m_listBox && watched == m_listBox->viewport()) {
+    // Only the text box and the list box's viewport are watched. A control that is just dying is neither any more.
+    if (qobject_cast<QLineEdit*>(watched) == nullptr) {
         if (event->type() == QEvent::MouseMove) {
             mouseMoveOverList(static_cast<const QMouseEvent*>(event)->position().toPoint());
         }
-        return false;
-    }
-    if (watched != m_textBox) {
         return false;
     }
     switch (event->type()) {

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void rebindingLeavesTheOldBoxAlone();
     void unbinding();
     void deadControlsAreForgotten();
+    void boxMayDieWithTheFocus();
 
     void listSearchSelectsFirstMatch();
     void listSearchWithoutMatchSelectsNothing_data();
@@ -465,6 +466,23 @@ void tst_ClCntrl::deadControlsAreForgotten()
     }
     QCOMPARE(numberThrownBy([&] { binder.LstBuscarStr(u"x"_s); }), 91);
     QCOMPARE(numberThrownBy([&] { binder.BuscarCBO(u"x"_s); }), 91);
+    QLineEdit next;
+    binder.sLinkText(&next);
+    QCOMPARE(next.palette().color(QPalette::Base), QColor(Qt::white));
+}
+
+void tst_ClCntrl::boxMayDieWithTheFocus()
+{
+    RecordedPrompts prompts;
+    ClCntrl binder(prompts);
+    QWidget window;
+    auto* box = new QLineEdit(&window);
+    binder.sLinkText(box);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    box->setFocus();
+    QVERIFY(box->hasFocus());
+    delete box;
     QLineEdit next;
     binder.sLinkText(&next);
     QCOMPARE(next.palette().color(QPalette::Base), QColor(Qt::white));

@@ -275,6 +275,7 @@ void tst_ListView::fillSelectsTheFirstRow()
 
 void tst_ListView::fillKeepsTheFocusWithoutTouchingOthers()
 {
+    bool boxWasEntered = false;
     QWidget screen;
     auto* layout = new QVBoxLayout(&screen);
     auto* box = new QLineEdit(u"texto"_s, &screen);
@@ -285,9 +286,9 @@ void tst_ListView::fillKeepsTheFocusWithoutTouchingOthers()
     list->setFocus();
     QVERIFY(QTest::qWaitForWindowActive(&screen));
     QVERIFY(list->hasFocus());
-    bool boxWasEntered = false;
-    QObject::connect(qApp, &QApplication::focusChanged, &screen,
-                     [&](const QWidget*, const QWidget* now) { boxWasEntered = boxWasEntered || now == box; });
+    QObject::connect(
+        qApp, &QApplication::focusChanged, &screen,
+        [&boxWasEntered, box](const QWidget*, const QWidget* now) { boxWasEntered = boxWasEntered || now == box; });
     {
         const FillScope fill(*list);
         list->append({u"A1"_s});
