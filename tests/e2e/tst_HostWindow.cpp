@@ -66,6 +66,7 @@ void tst_HostWindow::everyOperationHasAKeyThatItsButtonShows()
     QStringList keys;
     for (const QString& name : {u"btnMostrar"_s, u"btnImportar"_s, u"btnMostrarDIT"_s, u"btnVerINSxSBT"_s}) {
         const auto* const button = m_window->findChild<QPushButton*>(name);
+        QVERIFY2(button, qPrintable(name));
         const QString text = button->text();
         QVERIFY2(text.contains(u'&'), qPrintable(text));
         keys.append(text.section(u'(', -1).chopped(1));
