@@ -1,14 +1,13 @@
 // What the import of a declaration costs over inserting the same rows by a bound statement, how it grows, and how much
 // memory it takes.
 
+#include "BareSqlite.h"
 #include "Measure.h"
 
 #include <oVELDRA/Store.h>
 
 #include <core/SharedState.h>
 #include <declarations/ImportarInterno.h>
-#include <store/StoreConnection.h>
-#include <store/sqlite/SqliteEngine.h>
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -23,6 +22,8 @@
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
+using bench::Article;
+using bench::run;
 
 namespace {
 
@@ -30,18 +31,6 @@ constexpr int subitemsPerItem = 100;
 const QString declaration = u"26073IT14000011A"_s;
 
 using Connection = std::shared_ptr<ConexionDB>;
-
-void run(ConexionDB& db, const QString& sql)
-{
-    db.setSql(sql);
-    db.execute();
-}
-
-sqlite3* handleOf(ConexionDB& db)
-{
-    auto& stored = dynamic_cast<store::StoreConnection&>(db);
-    return dynamic_cast<store::SqliteEngine&>(stored.engine()).handle();
-}
 
 /// A host database with one declaration, and an empty stock.
 class Databases
@@ -108,17 +97,6 @@ double importSeconds(const QString& hostUrl, const QString& inputsUrl)
     return time;
 }
 
-struct Article
-{
-    std::string code;
-    std::string unit;
-    double quantity;
-    double price;
-    std::string position;
-    int item;
-    int subitem;
-};
-
 std::vector<Article> importedArticles(const QString& inputsUrl)
 {
     const Connection db = connectStore(inputsUrl, Access::ReadOnly);
@@ -126,7 +104,7 @@ std::vector<Article> importedArticles(const QString& inputsUrl)
     bool ok = false;
     db->setSql(u"select * from INS"_s);
     for (const auto rows = db->openRecordset(ok); !rows->atEof(); rows->moveNext()) {
-        articles.push_back({rows->value(u"ARTNRO").toString().toStdString(),
+        articles.push_back({declaration.toStdString(), rows->value(u"ARTNRO").toString().toStdString(),
                             rows->value(u"ARTUNI").toString().toStdString(), rows->value(u"ARTCAT").toDouble(),
                             rows->value(u"ARTPRE").toDouble(), rows->value(u"ARTNCM").toString().toStdString(),
                             rows->value(u"ARTITM").toInt(), rows->value(u"ARTSBT").toInt()});
@@ -134,38 +112,17 @@ std::vector<Article> importedArticles(const QString& inputsUrl)
     return articles;
 }
 
-void bindText(sqlite3_stmt* statement, int place, const std::string& text)
-{
-    sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-}
-
 double boundSeconds(const std::vector<Article>& articles, const QString& inputsUrl, bool oneTransaction)
 {
     const Connection db = connectStore(inputsUrl);
-    sqlite3* const database = handleOf(*db);
-    sqlite3_stmt* prepared = nullptr;
-    sqlite3_prepare_v3(database,
-                       "INSERT INTO INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) "
-                       "VALUES (?1,?2,?3,?4,?5,?6,?7,?8,?9)",
-                       -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
-    const store::SqliteStatementHandle statement(prepared);
-    const std::string number = declaration.toStdString();
+    sqlite3* const database = bench::handleOf(*db);
+    const auto statement = bench::prepare(database, bench::insertArticle);
     return bench::seconds([&] {
         if (oneTransaction) {
             sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
         }
         for (const Article& article : articles) {
-            bindText(statement.get(), 1, number);
-            bindText(statement.get(), 2, article.code);
-            bindText(statement.get(), 3, article.unit);
-            sqlite3_bind_double(statement.get(), 4, article.quantity);
-            sqlite3_bind_double(statement.get(), 5, article.price);
-            sqlite3_bind_double(statement.get(), 6, article.quantity);
-            bindText(statement.get(), 7, article.position);
-            sqlite3_bind_int(statement.get(), 8, article.item);
-            sqlite3_bind_int(statement.get(), 9, article.subitem);
-            sqlite3_step(statement.get());
-            sqlite3_reset(statement.get());
+            bench::insert(statement.get(), article);
         }
         if (oneTransaction) {
             sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);

@@ -1,12 +1,10 @@
 // What the store costs over SQLite's own interface: the component's concatenated texts through ConexionDB against the
 // same statements prepared once and bound, on files with the same settings.
 
+#include "BareSqlite.h"
 #include "Measure.h"
 
 #include <oVELDRA/Store.h>
-
-#include <store/StoreConnection.h>
-#include <store/sqlite/SqliteEngine.h>
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -16,6 +14,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
+using bench::bindText;
+using bench::handleOf;
+using bench::prepare;
+using bench::run;
 
 namespace {
 
@@ -26,33 +28,6 @@ constexpr int articles = 100000;
 using Connection = std::shared_ptr<ConexionDB>;
 
 volatile double sink = 0; // what was read, so that reading cannot be left out
-
-void run(ConexionDB& db, const QString& sql)
-{
-    db.setSql(sql);
-    db.execute();
-}
-
-sqlite3* handleOf(ConexionDB& db)
-{
-    auto& stored = dynamic_cast<store::StoreConnection&>(db);
-    return dynamic_cast<store::SqliteEngine&>(stored.engine()).handle();
-}
-
-store::SqliteStatementHandle prepare(sqlite3* database, const char* sql)
-{
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v3(database, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
-        std::exit(2);
-    }
-    return store::SqliteStatementHandle(statement);
-}
-
-void bindText(sqlite3_stmt* statement, int place, const std::string& text)
-{
-    sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-}
 
 QString code(int number)
 {
@@ -135,22 +110,12 @@ bool insert(const QString& ourUrl, const QString& limitUrl)
         }
     };
     const Connection other = connectStore(limitUrl);
-    const auto statement =
-        prepare(handleOf(*other), "INSERT INTO INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) "
-                                  "VALUES (?1,?2,?3,?4,?5,?6,?7,?8,?9)");
+    const auto statement = prepare(handleOf(*other), bench::insertArticle);
+    bench::Article article{"26073IT14000011A", "AC-0001", "01", 0, 38.333333, "7208.90.00.110H", 1, 2};
     const auto limit = [&] {
         for (int i = 0; i < rounds; ++i) {
-            const double quantity = i % 1000 + 0.5;
-            bindText(statement.get(), 1, "26073IT14000011A");
-            bindText(statement.get(), 2, "AC-0001");
-            bindText(statement.get(), 3, "01");
-            sqlite3_bind_double(statement.get(), 4, quantity);
-            sqlite3_bind_double(statement.get(), 5, 38.333333);
-            sqlite3_bind_double(statement.get(), 6, quantity);
-            bindText(statement.get(), 7, "7208.90.00.110H");
-            sqlite3_bind_int(statement.get(), 8, 1);
-            sqlite3_bind_int(statement.get(), 9, 2);
-            stepThrough(statement.get());
+            article.quantity = i % 1000 + 0.5;
+            bench::insert(statement.get(), article);
         }
     };
     return bench::report("insert, each on its own", bench::compare(5, ours, limit), 1.6);

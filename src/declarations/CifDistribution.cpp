@@ -61,7 +61,7 @@ double unitValue(double cif, double quantity)
 
 QString subitemNumber(qsizetype position, qsizetype count)
 {
-    return runtime::Format(count == 1 ? 0.0 : static_cast<double>(position), u"000");
+    return QString::number(count == 1 ? 0 : position).rightJustified(3, u'0');
 }
 
 } // namespace oVELDRA::declarations

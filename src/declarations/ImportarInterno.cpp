@@ -175,12 +175,12 @@ private:
                                   .increments = toNumber(item.value(u"ajusteinc")),
                                   .deductions = toNumber(item.value(u"ajusteded"))};
         const double id = toNumber(item.value(u"id"));
-        const QString number = runtime::Format(id, u"000");
+        const QString number = runtime::Format(id, u"000", m_separators);
         ItemValues values = itemValues(amounts, m_factors, m_adjustments);
         const auto subitems = open(
             m_host,
             u"select IDARTICULO, IDUNIDAD, CANTIDAD, PRECIOUNITARIO, NCM, FOB from groupsubitems where interno = "_s +
-                m_literals.interno + u" and id = "_s + runtime::CStr(id) + u" order by idsub"_s);
+                m_literals.interno + u" and id = "_s + runtime::CStr(id, m_separators) + u" order by idsub"_s);
         if (!subitems) {
             throw ImportFailure(u"ER No hay articulos en el item "_s + number);
         }
@@ -199,12 +199,13 @@ private:
     void insertArticle(const Recordset& subitem, double quantity, double price, const QString& item,
                        const QString& number)
     {
-        const QString quantityText = runtime::CStr(quantity);
+        const QString quantityText = runtime::CStr(quantity, m_separators);
         const QString statement =
             u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values ("_s +
             m_literals.declaration + u',' + quoted(toText(subitem.value(u"IDARTICULO"))) + u',' +
-            quoted(toText(subitem.value(u"IDUNIDAD"))) + u",'" + quantityText + u"','" + runtime::CStr(price) + u"','" +
-            quantityText + u"'," + quoted(toText(subitem.value(u"NCM"))) + u",'" + item + u"','" + number + u"')";
+            quoted(toText(subitem.value(u"IDUNIDAD"))) + u",'" + quantityText + u"','" +
+            runtime::CStr(price, m_separators) + u"','" + quantityText + u"'," + quoted(toText(subitem.value(u"NCM"))) +
+            u",'" + item + u"','" + number + u"')";
         execute(m_inputs, statement);
     }
 
@@ -215,6 +216,7 @@ private:
     qint16 m_available;
     bool m_adjustments;
     ExchangeFactors m_factors;
+    runtime::Separators m_separators = runtime::Separators::current(); ///< asked for once: there are many rows
 };
 
 } // namespace

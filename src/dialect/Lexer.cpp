@@ -269,4 +269,45 @@ void liftLiterals(QStringView statement, QString& shape, Literals& literals)
     shape.truncate(written);
 }
 
+bool literalsOfShape(QStringView statement, QStringView shape, Literals& literals)
+{
+    // Between the literals the statement must be the shape to the letter. The literals start where those of the first
+    // statement of the shape started, so each is cut as it would be when reading from the start.
+    literals.clear();
+    qsizetype at = 0;
+    qsizetype copied = 0;
+    const auto sameText = [&](qsizetype end) {
+        const qsizetype length = end - copied;
+        const bool same = statement.mid(at, length) == shape.mid(copied, length);
+        at += length;
+        copied = end + 1;
+        return same;
+    };
+    for (qsizetype i = 0; i < shape.size(); ++i) {
+        const QChar mark = shape[i];
+        if (mark > dateMark || mark < textMark) {
+            continue;
+        }
+        if (!sameText(i) || at >= statement.size()) {
+            return false;
+        }
+        const char16_t first = statement[at].unicode();
+        const bool fits = mark == textMark   ? first == u'\'' || first == u'"'
+                          : mark == dateMark ? first == u'#'
+                                             : first == u'.' || isAsciiDigit(first);
+        if (!fits) {
+            return false;
+        }
+        Token token;
+        try {
+            token = Scanner(statement, at).next();
+        } catch (const RuntimeError&) {
+            return false; // whoever reads it from the start says what is wrong
+        }
+        literals.append(literalOf(statement, token));
+        at = token.end;
+    }
+    return sameText(shape.size()) && at == statement.size();
+}
+
 } // namespace oVELDRA::dialect

@@ -422,8 +422,9 @@ QString Format(const QVariant& value, QStringView mask, const Separators& separa
 
 double roundThrough(double value, QStringView mask)
 {
-    const Separators separators = Separators::current();
-    return CDbl(Format(value, mask, separators), separators);
+    // The text is written and read by the same hand, so no locale matters, nor the time to ask for it.
+    constexpr Separators point{u'.', u','};
+    return CDbl(Format(value, mask, point), point);
 }
 
 QString CStr(double value, const Separators& separators)

@@ -182,10 +182,10 @@ qint64 StoreConnection::runCommand()
 StoreConnection::Prepared& StoreConnection::preparedStatement()
 {
     m_separators.emplace();
-    liftLiterals();
-    if (m_latest && m_shape == m_latestShape) {
+    if (m_latest && dialect::literalsOfShape(m_sql, m_latestShape, m_literals)) {
         return *m_latest;
     }
+    liftLiterals();
     const auto known = m_plans.constFind(m_shape);
     std::shared_ptr<Prepared> prepared = known == m_plans.cend() ? nullptr : *known;
     if (!prepared) {
@@ -195,7 +195,7 @@ StoreConnection::Prepared& StoreConnection::preparedStatement()
         }
         m_plans.insert(ownCopy(m_shape), prepared);
     }
-    m_latestShape = ownCopy(m_shape);
+    m_latestShape = m_shape;
     m_latest = std::move(prepared);
     return *m_latest;
 }

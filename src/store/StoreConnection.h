@@ -71,7 +71,7 @@ private:
     std::optional<dialect::LazySeparators> m_separators;
     Bindings m_bindings;
     QHash<QString, std::shared_ptr<Prepared>> m_plans;
-    QString m_latestShape; ///< statements come in runs of the same shape: a look here saves the hashing
+    QString m_latestShape; ///< statements come in runs of one shape: a look here saves reading them
     std::shared_ptr<Prepared> m_latest;
 
     int m_burstDepth = 0;

@@ -55,6 +55,54 @@ private Q_SLOTS:
         QVERIFY(shapeOf(u"select * from CAT where CATNRO = #2026-01-01# and x = 1"_s) != one);
     }
 
+    /// The short cut for a known shape must say and find exactly what reading from the start does.
+    void aKnownShapeIsRecognisedExactly()
+    {
+        const QStringList statements{u"select * from CAT where CATNRO = 'A' and x = 1"_s,
+                                     u"select * from CAT where CATNRO = 'O''Brien' and x = 2.5E3"_s,
+                                     u"select * from CAT where CATNRO = \"A\" and x = .5"_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = 1 "_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = '1'"_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = #2026-01-01#"_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = 12"_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = "_s,
+                                     u"select * from CAT where CATNRO = 'A' and x = 1x"_s,
+                                     u"select * from CAT where CATNRO = 'A and x = 1"_s,
+                                     u"select * from CAT where CATNRO = 'A'' and x = 1"_s,
+                                     u"select * from CAT"_s,
+                                     u"'A'"_s,
+                                     u""_s};
+        const auto lifted = [](const QString& statement, QString& shape, Literals& literals) {
+            try {
+                liftLiterals(statement, shape, literals);
+                return true;
+            } catch (const oVELDRA::RuntimeError&) {
+                return false;
+            }
+        };
+        for (const QString& known : statements) {
+            QString shape;
+            Literals ofKnown;
+            if (!lifted(known, shape, ofKnown)) {
+                continue;
+            }
+            for (const QString& other : statements) {
+                QString otherShape;
+                Literals expected;
+                const bool same = lifted(other, otherShape, expected) && otherShape == shape;
+                Literals found;
+                QCOMPARE(literalsOfShape(other, shape, found), same);
+                if (same) {
+                    QCOMPARE(found.size(), expected.size());
+                    for (qsizetype i = 0; i < found.size(); ++i) {
+                        QCOMPARE(found[i].kind, expected[i].kind);
+                        QCOMPARE(found[i].text(), expected[i].text());
+                    }
+                }
+            }
+        }
+    }
+
     void namesOfDigitsAreNoLiterals()
     {
         QVERIFY(shapeOf(u"select [001] from NCM"_s) != shapeOf(u"select [002] from NCM"_s));

@@ -69,7 +69,8 @@ QProcessEnvironment XDisplay::environment() const
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DISPLAY"_s, m_name);
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    // Neither the user's settings nor his window manager's.
+    // Not the machine's message bus, nor the user's settings, nor his window manager's.
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path="_s + m_folder.filePath(u"no-bus"_s));
     environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.filePath(u"config"_s));
     environment.insert(u"XDG_CACHE_HOME"_s, m_folder.filePath(u"cache"_s));
     environment.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));

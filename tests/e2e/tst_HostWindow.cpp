@@ -56,8 +56,7 @@ void tst_HostWindow::everyControlHasItsNames()
                             u"resPRDPRE"_s,        u"resPRDSUF"_s,        u"resPRDUNI"_s};
     for (const QString& name : names) {
         const auto* const control = m_window->findChild<QWidget*>(name);
-        QVERIFY2(control, qPrintable(name));
-        QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(name));
+        QVERIFY2(control && !control->accessibleName().isEmpty(), qPrintable(name));
     }
 }
 
@@ -66,8 +65,7 @@ void tst_HostWindow::everyOperationHasAKeyThatItsButtonShows()
     QStringList keys;
     for (const QString& name : {u"btnMostrar"_s, u"btnImportar"_s, u"btnMostrarDIT"_s, u"btnVerINSxSBT"_s}) {
         const auto* const button = m_window->findChild<QPushButton*>(name);
-        QVERIFY2(button, qPrintable(name));
-        const QString text = button->text();
+        const QString text = button ? button->text() : QString();
         QVERIFY2(text.contains(u'&'), qPrintable(text));
         keys.append(text.section(u'(', -1).chopped(1));
     }
