@@ -9,10 +9,8 @@
 class QAction;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class QStandardItemModel;
 class QTableView;
-class QTabWidget;
 
 namespace tornel {
 

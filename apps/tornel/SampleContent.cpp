@@ -55,7 +55,7 @@ qsizetype SampleContent::rowCount(Database database) const
         // Each declaration has its header, and the row 0 beside its items.
         rows = m_declarations.size() * 2 + innerRows(m_declarations, &SampleDeclaration::items);
         for (const SampleDeclaration& declaration : m_declarations) {
-            rows += innerRows(declaration.items, &SampleItem::subitems);
+            rows += static_cast<std::size_t>(declaration.subitemCount());
         }
         break;
     }
