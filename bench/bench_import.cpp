@@ -61,7 +61,7 @@ public:
     /// A new, empty stock each time.
     [[nodiscard]] QString newInputs()
     {
-        const QString url = u"sqlite:"_s + m_folder.filePath(u"insumos%1.sqlite"_s.arg(++m_made));
+        QString url = u"sqlite:"_s + m_folder.filePath(u"insumos%1.sqlite"_s.arg(++m_made));
         static_cast<void>(createStore(url, Database::Inputs));
         return url;
     }

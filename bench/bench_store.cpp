@@ -159,7 +159,7 @@ bool wholeRecordset(const QString& url)
 
 QString makeFile(const QTemporaryDir& folder, const QString& name)
 {
-    const QString url = u"sqlite:"_s + folder.filePath(name);
+    QString url = u"sqlite:"_s + folder.filePath(name);
     static_cast<void>(createStore(url, Database::Inputs));
     return url;
 }

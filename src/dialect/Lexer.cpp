@@ -23,8 +23,8 @@ enum CharacterClass : quint8 { Other, Blank, Letter, Digit, Sign };
 
 constexpr std::array<CharacterClass, 128> characterClasses = [] {
     std::array<CharacterClass, 128> classes{};
-    for (const char c : {' ', '\t', '\r', '\n'}) {
-        classes[static_cast<size_t>(c)] = Blank;
+    for (const char16_t c : {u' ', u'\t', u'\r', u'\n'}) {
+        classes[c] = Blank;
     }
     for (size_t i = 0; i < 26; ++i) {
         classes['a' + i] = Letter;
@@ -34,8 +34,8 @@ constexpr std::array<CharacterClass, 128> characterClasses = [] {
     for (size_t i = 0; i < 10; ++i) {
         classes['0' + i] = Digit;
     }
-    for (const char c : {'=', '<', '>', '(', ')', ',', '*', '/', '+', '-', '&'}) {
-        classes[static_cast<size_t>(c)] = Sign;
+    for (const char16_t c : {u'=', u'<', u'>', u'(', u')', u',', u'*', u'/', u'+', u'-', u'&'}) {
+        classes[c] = Sign;
     }
     return classes;
 }();
