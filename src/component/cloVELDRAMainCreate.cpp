@@ -12,15 +12,40 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace oVELDRA {
 
 namespace {
+
+/// Stands in for a screen that is not built yet: it tells the user so.
+class MissingScreen final : public core::Screen
+{
+public:
+    MissingScreen(core::Prompts& prompts, QString subject) : m_prompts(prompts), m_subject(std::move(subject)) {}
+
+    void showModal() override
+    {
+        m_prompts.messageBox(u"La pantalla de %1 todavía no está disponible en esta versión."_s.arg(m_subject),
+                             core::InformationBox);
+    }
+
+private:
+    core::Prompts& m_prompts;
+    QString m_subject;
+};
 
 /// The component of the process with its real collaborators, and which screen belongs to which entry operation.
 struct Composition
 {
     Composition()
     {
+        component.installScreen(core::Entry::Mostrar, [](core::Component& owner) {
+            return std::make_unique<MissingScreen>(owner.prompts(), u"catálogos y productos"_s);
+        });
+        component.installScreen(core::Entry::MostrarDIT, [](core::Component& owner) {
+            return std::make_unique<MissingScreen>(owner.prompts(), u"declaraciones de importación temporaria"_s);
+        });
         component.installScreen(core::Entry::Importar, [](core::Component& owner) {
             return std::make_unique<declarations::frmImportar>(owner);
         });

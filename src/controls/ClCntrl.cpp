@@ -241,9 +241,11 @@ bool ClCntrl::keyPress(const QKeyEvent& event)
         sendTab(Direction::Next);
         return true;
     }
-    if (m_keypadDecimalDown && event.text() == u"." && !m_decimalSeparator.isEmpty()) {
+    // On some keyboards the keypad's key types a comma by itself, which under a point locale would be grouping.
+    const bool decimal = event.text() == u"." || isKeypadDecimal(event);
+    if (m_keypadDecimalDown && decimal && !m_decimalSeparator.isEmpty()) {
         const QChar separator = m_decimalSeparator.front();
-        if (separator == u'.') {
+        if (event.text() == separator) {
             return false;
         }
         QKeyEvent typed(QEvent::KeyPress, separator.unicode(), event.modifiers(), QString(separator),

@@ -2,7 +2,6 @@
 
 #include <oVELDRA/RuntimeError.h>
 
-#include <core/Prompts.h>
 #include <runtime/Settings.h>
 
 #include <QScopeGuard>
@@ -12,25 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace oVELDRA::core {
-
-namespace {
-
-QString notAvailable(Entry entry)
-{
-    switch (entry) {
-    case Entry::Mostrar:
-        return u"La pantalla de catálogos y productos todavía no está disponible en esta versión."_s;
-    case Entry::Importar:
-        return u"La pantalla de importación de declaraciones todavía no está disponible en esta versión."_s;
-    case Entry::MostrarDIT:
-        return u"La pantalla de declaraciones de importación temporaria todavía no está disponible en esta versión."_s;
-    case Entry::VerINSxSBT:
-        return u"La pantalla de insumos por subítem de exportación todavía no está disponible en esta versión."_s;
-    }
-    return {};
-}
-
-} // namespace
 
 Component::Component(Prompts& prompts, runtime::SettingsStore& settings, const runtime::Clock& clock)
     : m_prompts(prompts), m_settings(settings), m_clock(clock)
@@ -45,11 +25,7 @@ void Component::installScreen(Entry entry, ScreenFactory factory)
 
 void Component::show(Entry entry)
 {
-    Slot& slot = m_screens[entry];
-    if (!slot.factory) {
-        m_prompts.messageBox(notAvailable(entry), InformationBox);
-        return;
-    }
+    Slot& slot = m_screens.at(entry);
     if (slot.open) {
         throw RuntimeError(400);
     }

@@ -53,8 +53,8 @@ public:
     /// Says how the screen of an entry operation is made. Known once, at composition.
     void installScreen(Entry entry, ScreenFactory factory);
 
-    /// Shows the screen of an entry operation. Throws RuntimeError 400 when that screen is already open. An operation
-    /// whose screen is not installed tells the user so.
+    /// Shows the screen of an entry operation, which must be installed. Throws RuntimeError 400 when that screen is
+    /// already open.
     void show(Entry entry);
 
     /// An object of the class was made: reads the number formats from the settings.

@@ -93,7 +93,8 @@ private Q_SLOTS:
     void keypadDecimalTypesCommaUnderCommaLocale();
     void mainKeyboardPeriodStaysUnderCommaLocale();
     void keypadDecimalTypesPeriodUnderPeriodLocale();
-    void keypadCommaStays();
+    void keypadCommaBecomesPeriodUnderPeriodLocale();
+    void keypadCommaStaysUnderCommaLocale();
     void mainPeriodWhileKeypadKeyIsDownIsReplaced();
     void leavingForgetsTheKeypadKey();
     void keypadDecimalDoesNotWriteIntoReadOnlyBox();
@@ -325,7 +326,18 @@ void tst_ClCntrl::keypadDecimalTypesPeriodUnderPeriodLocale()
     QCOMPARE(screen.bound.text(), u"."_s);
 }
 
-void tst_ClCntrl::keypadCommaStays()
+void tst_ClCntrl::keypadCommaBecomesPeriodUnderPeriodLocale()
+{
+    QLocale::setDefault(QLocale(u"en_US"_s));
+    EntryScreen screen;
+    QVERIFY(screen.isReady());
+    screen.bound.setFocus();
+    QTest::keyClick(&screen.bound, Qt::Key_Comma, Qt::KeypadModifier);
+    QTest::keyClick(&screen.bound, Qt::Key_Comma);
+    QCOMPARE(screen.bound.text(), u".,"_s);
+}
+
+void tst_ClCntrl::keypadCommaStaysUnderCommaLocale()
 {
     EntryScreen screen;
     QVERIFY(screen.isReady());

@@ -24,8 +24,6 @@ private Q_SLOTS:
     void endReleasesHostThenInputsThenNomenclature();
     void connectionsStayWhileAnotherObjectLives();
     void screenIsMadeOnFirstUseAndKept();
-    void screenNotInstalledTellsTheUser_data();
-    void screenNotInstalledTellsTheUser();
     void openScreenCannotBeShownAgain();
     void anotherScreenOpensOverAnOpenOne();
     void failedShowGoesToTheCallerAndLeavesTheScreenUsable();
@@ -138,32 +136,6 @@ void tst_Component::screenIsMadeOnFirstUseAndKept()
     QCOMPARE(screens[Entry::VerINSxSBT].shown, 2);
     QCOMPARE(screens[Entry::VerINSxSBT].dropped, 0);
     QVERIFY(component.prompts.boxes().isEmpty());
-}
-
-void tst_Component::screenNotInstalledTellsTheUser_data()
-{
-    QTest::addColumn<Entry>("entry");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Mostrar") << Entry::Mostrar
-                             << u"La pantalla de catálogos y productos todavía no está disponible en esta versión."_s;
-    QTest::newRow("Importar")
-        << Entry::Importar
-        << u"La pantalla de importación de declaraciones todavía no está disponible en esta versión."_s;
-    QTest::newRow("MostrarDIT") << Entry::MostrarDIT
-                                << u"La pantalla de declaraciones de importación temporaria todavía no está disponible "
-                                   u"en esta versión."_s;
-    QTest::newRow("VerINSxSBT") << Entry::VerINSxSBT
-                                << u"La pantalla de insumos por subítem de exportación todavía no está disponible en "
-                                   u"esta versión."_s;
-}
-
-void tst_Component::screenNotInstalledTellsTheUser()
-{
-    QFETCH(const Entry, entry);
-    QFETCH(const QString, text);
-    TestComponent component;
-    component.show(entry);
-    QCOMPARE(component.prompts.boxes(), (QList{RecordedPrompts::Box{text, core::InformationBox, {}}}));
 }
 
 void tst_Component::openScreenCannotBeShownAgain()

@@ -1,9 +1,10 @@
 // Any text through the whole way of a statement: reading, printing and reading again, planning and running on an empty
 // database. Only RuntimeError may come out, and a printed statement must read back as the same tree.
 
+#include <oVELDRA/Store.h>
+
 #include <dialect/JetPrinter.h>
 #include <dialect/Parser.h>
-#include <oVELDRA/Store.h>
 
 #include <cstdlib>
 
