@@ -1,12 +1,15 @@
 #pragma once
 
+#include <controls/ClCntrl.h>
 #include <controls/Form.h>
 
-class QListView;
+#include <optional>
+
 class QPlainTextEdit;
-class QStringListModel;
 
 namespace oVELDRA::nomenclature {
+
+class ListBox;
 
 /// Searches tariff positions by prefix, shows their descriptions and suffixes, and hands one back.
 ///
@@ -20,10 +23,29 @@ public:
     /// The prefix to search for.
     void setSearchText(const QString& text);
 
+    void Form_Load() override;
+    /// Contents belong to one opening: they are filled in before it and gone after it.
+    void showModal() override;
+
     /// Enter (13) runs the search when there is a text; any other key does nothing.
     void TxtNCMF_KeyPress(int& key);
     void BuscarNCM();
     void MostrarDatos(const QString& position);
+
+private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void search(const QString& notFound);
+    /// How many positions were found.
+    [[nodiscard]] qsizetype listPositions();
+    void showSelected();
+    void choose();
+    void clear();
+
+    std::optional<controls::ClCntrl> m_binder;
+    QLineEdit* TxtNCMF;
+    ListBox* LstNCM = nullptr; // events come in before it is made
+    QPlainTextEdit* LbDescripcion;
+    ListBox* LstSufijos;
 };
 
 } // namespace oVELDRA::nomenclature
