@@ -1,5 +1,6 @@
 #include <oVELDRA/cloVELDRAMain.h>
 
+#include <catalog/frmProducto.h>
 #include <core/Component.h>
 #include <core/Prompts.h>
 #include <declarations/frmImportar.h>
@@ -40,9 +41,8 @@ struct Composition
 {
     Composition()
     {
-        component.installScreen(core::Entry::Mostrar, [](core::Component& owner) {
-            return std::make_unique<MissingScreen>(owner.prompts(), u"catálogos y productos"_s);
-        });
+        component.installScreen(core::Entry::Mostrar,
+                                [](core::Component& owner) { return std::make_unique<catalog::frmProducto>(owner); });
         component.installScreen(core::Entry::MostrarDIT, [](core::Component& owner) {
             return std::make_unique<MissingScreen>(owner.prompts(), u"declaraciones de importación temporaria"_s);
         });

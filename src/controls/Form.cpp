@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -61,6 +62,8 @@ Form::~Form() = default;
 
 void Form::showModal()
 {
+    // Asked for now: loading may open another form, and after that one no window counts as active for a moment.
+    const QPointer<const QWidget> opener = QApplication::activeWindow();
     m_binders.clear();
     designState();
     Form_Load();
@@ -71,10 +74,9 @@ void Form::showModal()
     }
     // Else the host's window could come to lie over the form that it waits for. (Right after its last closing, the form
     // itself may still count as the active window.)
-    const QWidget* active = QApplication::activeWindow();
-    const bool isHost = active != nullptr && active != this;
+    const bool isHost = opener != nullptr && opener != this;
     winId(); // there is a window handle only then
-    windowHandle()->setTransientParent(isHost ? active->windowHandle() : nullptr);
+    windowHandle()->setTransientParent(isHost ? opener->windowHandle() : nullptr);
     exec();
 }
 

@@ -67,6 +67,14 @@ const QString& ListModel::text(int row, int column) const
     return column < cells.size() ? cells.at(column) : empty;
 }
 
+void ListModel::setRowIcon(const QIcon& icon)
+{
+    m_rowIcon = icon;
+    if (!m_rows.empty()) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::DecorationRole});
+    }
+}
+
 void ListModel::beginFill()
 {
     ++m_fills;
@@ -134,6 +142,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return text(index.row(), index.column());
+    case Qt::DecorationRole:
+        return index.column() == 0 && !m_rowIcon.isNull() ? QVariant(m_rowIcon) : QVariant();
     case Qt::ForegroundRole: {
         const std::optional<QColor>& color = m_rows[static_cast<std::size_t>(index.row())].color;
         return color && index.column() > 0 ? QVariant(*color) : QVariant();

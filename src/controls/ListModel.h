@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QColor>
+#include <QIcon>
 #include <QString>
 #include <QStringList>
 
@@ -18,7 +19,8 @@ struct ListColumn
     Qt::AlignmentFlag alignment = Qt::AlignLeft;
 };
 
-/// The rows of a list: text cells, and a colour that a row's sub-items (the columns after the first) may have.
+/// The rows of a list: text cells, an icon that all rows share, and a colour that a row's sub-items (the columns after
+/// the first) may have.
 class ListModel final : public QAbstractTableModel
 {
 public:
@@ -34,6 +36,8 @@ public:
     void setColor(int row, const std::optional<QColor>& color);
     void removeRow(int row);
     [[nodiscard]] const QString& text(int row, int column) const;
+    /// The picture before the first cell of every row; none is none.
+    void setRowIcon(const QIcon& icon);
 
     /// Between the two, appended rows are held back; they come in at once, in one change of the model, with the end.
     void beginFill();
@@ -63,6 +67,7 @@ private:
     std::vector<ListColumn> m_columns;
     std::vector<Row> m_rows;
     std::vector<Row> m_pending;
+    QIcon m_rowIcon;
     std::optional<int> m_sortColumn;
     int m_fills = 0;
 };

@@ -26,6 +26,8 @@ public:
     void setText(int row, int column, const QString& text) { m_rows.setText(row, column, text); }
     /// The colour of the row's sub-items (the columns after the first); none is the theme's own.
     void setColor(int row, const std::optional<QColor>& color) { m_rows.setColor(row, color); }
+    /// The picture before the first cell of every row.
+    void setRowIcon(const QIcon& icon) { m_rows.setRowIcon(icon); }
     /// The row after it (or before it, if it was the last) is selected then.
     void removeRow(int row) { m_rows.removeRow(row); }
     [[nodiscard]] QString text(int row, int column) const { return m_rows.text(row, column); }

@@ -56,6 +56,15 @@ struct SharedState
     QString g_sPRDSUF;
     double g_dPRDPRE = 0;
 
+    /// The catalog that the product forms work on, and what its dialog is told and answers.
+    QString currentCatalog;
+    bool catalogModify = false;
+    bool catalogSaved = false;
+
+    /// What the position search and the option form of the suffixes hand back.
+    QString chosenPosition;
+    QString chosenSuffix;
+
     /// The article being edited: what the product list, the product editor and the input editor pass each other.
     QString currentProduct;
     QString currentInput;

@@ -127,7 +127,7 @@ void tst_Composition::screensOfThisVersionAreInstalled_data()
     QTest::addColumn<QString>("window");
     QTest::newRow("Importar") << u"Importar"_s << u"frmImportar"_s;
     QTest::newRow("VerINSxSBT") << u"VerINSxSBT"_s << u"frmVerINSxSBT"_s;
-    QTest::newRow("Mostrar") << u"Mostrar"_s << QString();
+    QTest::newRow("Mostrar") << u"Mostrar"_s << u"frmProducto"_s;
     QTest::newRow("MostrarDIT") << u"MostrarDIT"_s << QString();
 }
 

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void cellsAreDisplayRole();
     void missingCellsAreEmpty();
     void colorIsForegroundOfSubItemsOnly();
+    void iconIsDecorationOfFirstCellsOnly();
     void changedCellsTellTheView();
     void unknownRowsAndColumnsAreErrors();
     void selectedRowIsCurrentIndex();
@@ -137,6 +138,26 @@ void tst_ListView::colorIsForegroundOfSubItemsOnly()
     list.setColor(1, QColor(Qt::blue));
     QVERIFY(!model.index(0, 1).data(Qt::ForegroundRole).isValid());
     QCOMPARE(model.index(1, 1).data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::blue));
+}
+
+void tst_ListView::iconIsDecorationOfFirstCellsOnly()
+{
+    ListView list(columns());
+    list.append({u"A"_s, u"a"_s});
+    QVERIFY(!list.model()->index(0, 0).data(Qt::DecorationRole).isValid());
+
+    QPixmap picture(16, 16);
+    picture.fill(Qt::red);
+    const QSignalSpy changes(list.model(), &QAbstractItemModel::dataChanged);
+    list.setRowIcon(QIcon(picture));
+    QCOMPARE(changes.size(), 1);
+    list.append({u"B"_s, u"b"_s});
+    for (int row = 0; row < 2; ++row) {
+        const auto icon = list.model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>();
+        QCOMPARE(icon.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
+        QVERIFY(!list.model()->index(row, 1).data(Qt::DecorationRole).isValid());
+    }
+    QCOMPARE(list.text(1, 0), u"B"_s);
 }
 
 void tst_ListView::changedCellsTellTheView()
