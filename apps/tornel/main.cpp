@@ -86,6 +86,10 @@ int runHost(const CommandLine& line)
         } else {
             print(stderr, u"%1, %2\n"_s.arg(line.script, failure));
         }
+        if (QApplication::activeModalWidget() != nullptr) {
+            // A dialog that asks again however often it is closed would keep its own event loop turning for ever.
+            std::_Exit(EXIT_FAILURE);
+        }
         QApplication::exit(failure.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
     });
     player.start();

@@ -141,13 +141,14 @@ void tst_Composition::screensOfThisVersionAreInstalled()
     object.put_Interno_Externo(u"I1"_s);
     Closer closer;
     object.invoke(entry, MemberKind::Call);
-    QCOMPARE(closer.shown.size(), 1);
+    // The product list has no catalog yet, so the list of catalogs comes first.
+    QCOMPARE(closer.shown.size(), window == u"frmProducto" ? 2 : 1);
     if (window.isEmpty()) {
         QVERIFY(closer.boxText.contains(u"todavía no está disponible"_s));
     } else {
         QCOMPARE(closer.boxText, QString());
-        QVERIFY(closer.shown.first()); // kept for the next call
-        QCOMPARE(closer.shown.first()->objectName(), window);
+        QVERIFY(closer.shown.last()); // kept for the next call
+        QCOMPARE(closer.shown.last()->objectName(), window);
     }
 }
 
