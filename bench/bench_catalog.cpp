@@ -122,7 +122,7 @@ bool search(Setup& setup, sqlite3* database, const QString& text)
         "oveldra_like(\"001\", ?1) ORDER BY \"001\" COLLATE OVELDRA, \"002\" COLLATE OVELDRA, \"003\" COLLATE OVELDRA, "
         "rowid";
     const auto statement = bench::prepare(database, sql.c_str());
-    const std::string pattern = (QString(text).replace(u'.', u'%') + u'%').toStdString();
+    const std::string pattern = QString(text).replace(u'.', u'%').append(u'%').toStdString();
     const std::string first = prefix.toStdString();
     std::string end = first;
     if (!end.empty()) {
