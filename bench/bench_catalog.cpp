@@ -117,9 +117,9 @@ bool search(Setup& setup, sqlite3* database, const QString& text)
     // The search begins where the pattern's first wildcard is; "%" alone begins nowhere.
     const QString prefix = text.section(u'.', 0, 0).remove(u'%');
     const std::string sql =
-        std::string("SELECT \"001\", \"002\", \"003\", \"012\", \"020\" FROM NCM WHERE ") +
-        (prefix.isEmpty() ? "" : "rtrim(\"001\") COLLATE NOCASE >= ?2 AND rtrim(\"001\") COLLATE NOCASE < ?3 AND ") +
-        "oveldra_like(\"001\", ?1) ORDER BY \"001\" COLLATE OVELDRA, \"002\" COLLATE OVELDRA, \"003\" COLLATE OVELDRA, "
+        std::string("SELECT [001], [002], [003], [012], [020] FROM NCM WHERE ") +
+        (prefix.isEmpty() ? "" : "rtrim([001]) COLLATE NOCASE >= ?2 AND rtrim([001]) COLLATE NOCASE < ?3 AND ") +
+        "oveldra_like([001], ?1) ORDER BY [001] COLLATE OVELDRA, [002] COLLATE OVELDRA, [003] COLLATE OVELDRA, "
         "rowid";
     const auto statement = bench::prepare(database, sql.c_str());
     const std::string pattern = QString(text).replace(u'.', u'%').append(u'%').toStdString();
@@ -149,7 +149,7 @@ bool openCatalog(Setup& setup, sqlite3* database)
         list->viewport()->repaint();
     };
     const auto statement = bench::prepare(database, "SELECT PRDNRO, PRDDES, PRDNCM, PRDPAI FROM PRD WHERE "
-                                                    "rtrim(\"CATNRO\") COLLATE NOCASE = ?1 ORDER BY rowid");
+                                                    "rtrim([CATNRO]) COLLATE NOCASE = ?1 ORDER BY rowid");
     const std::string catalog = "GRANDE";
     bindText(statement.get(), 1, catalog);
     const bench::Pair pair = bench::compare(7, ours, [&] { stepThrough(statement.get()); });
@@ -180,11 +180,10 @@ bool walk(Setup& setup, sqlite3* database)
         }
     };
     const auto description = bench::prepare(
-        database,
-        "SELECT \"010\", \"004\", \"012\", \"020\", \"059\", \"019\" FROM NCM WHERE rtrim(\"001\") COLLATE NOCASE = "
-        "?1 AND rtrim(\"002\") COLLATE NOCASE = ?2 AND rtrim(\"003\") COLLATE NOCASE = ?3 ORDER BY rowid");
+        database, "SELECT [010], [004], [012], [020], [059], [019] FROM NCM WHERE rtrim([001]) COLLATE NOCASE = "
+                  "?1 AND rtrim([002]) COLLATE NOCASE = ?2 AND rtrim([003]) COLLATE NOCASE = ?3 ORDER BY rowid");
     const auto suffixes =
-        bench::prepare(database, "SELECT sim, sufijo, detalle FROM sufidos WHERE rtrim(\"sim\") COLLATE "
+        bench::prepare(database, "SELECT sim, sufijo, detalle FROM sufidos WHERE rtrim([sim]) COLLATE "
                                  "NOCASE IN (?1, ?2, ?3, ?4) ORDER BY rowid");
     const auto limit = [&] {
         for (const std::string& position : positions) {
