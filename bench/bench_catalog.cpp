@@ -166,9 +166,9 @@ bool walk(Setup& setup, sqlite3* database)
     auto* const list = form.findChild<QAbstractItemView*>(u"LstNCM"_s);
     list->setFocus();
     const QModelIndex top = list->model()->index(0, 0);
-    std::vector<std::string> positions;
+    QStringList positions;
     for (int row = 1; row <= walkedPositions; ++row) {
-        positions.push_back(list->model()->index(row, 0).data().toString().toStdString());
+        positions.append(list->model()->index(row, 0).data().toString());
     }
     const auto ours = [&] {
         list->setCurrentIndex(top);
@@ -179,25 +179,18 @@ bool walk(Setup& setup, sqlite3* database)
             }
         }
     };
-    const auto description = bench::prepare(
-        database, "SELECT [010], [004], [012], [020], [059], [019] FROM NCM WHERE rtrim([001]) COLLATE NOCASE = "
-                  "?1 AND rtrim([002]) COLLATE NOCASE = ?2 AND rtrim([003]) COLLATE NOCASE = ?3 ORDER BY rowid");
-    const auto suffixes =
-        bench::prepare(database, "SELECT sim, sufijo, detalle FROM sufidos WHERE rtrim([sim]) COLLATE "
-                                 "NOCASE IN (?1, ?2, ?3, ?4) ORDER BY rowid");
+    // Every position makes two texts of its own, as the screen's do; in C, too, each is prepared before it can run.
+    const auto runText = [database](const QString& sql) {
+        stepThrough(bench::prepare(database, sql.toUtf8().constData()).get());
+    };
     const auto limit = [&] {
-        for (const std::string& position : positions) {
-            const std::array parts{position.substr(0, 10), position.substr(11, 3), position.substr(14, 1)};
-            const std::array keys{position.substr(0, 2) + "  .  .  .", position.substr(0, 4) + ".  .  .",
-                                  position.substr(0, 7) + ".  .", position.substr(0, 14)};
-            for (size_t i = 0; i < parts.size(); ++i) {
-                bindText(description.get(), static_cast<int>(i) + 1, parts[i]);
-            }
-            stepThrough(description.get());
-            for (size_t i = 0; i < keys.size(); ++i) {
-                bindText(suffixes.get(), static_cast<int>(i) + 1, keys[i]);
-            }
-            stepThrough(suffixes.get());
+        for (const QString& position : positions) {
+            runText(u"SELECT [010], [004], [012], [020], [059], [019] FROM NCM WHERE rtrim([001]) COLLATE NOCASE = "
+                    "'%1' AND rtrim([002]) COLLATE NOCASE = '%2' AND rtrim([003]) COLLATE NOCASE = '%3' ORDER BY rowid"_s
+                        .arg(position.left(10), position.mid(11, 3), position.mid(14, 1)));
+            runText(u"SELECT sim, sufijo, detalle FROM sufidos WHERE rtrim([sim]) COLLATE NOCASE IN "
+                    "('%1  .  .  .', '%2.  .  .', '%3.  .', '%4') ORDER BY rowid"_s.arg(
+                        position.left(2), position.left(4), position.left(7), position.left(14)));
         }
     };
     return bench::report("arrow keys through 500 positions, both queries each", bench::compare(7, ours, limit), 2.0);

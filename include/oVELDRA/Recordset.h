@@ -37,6 +37,10 @@ public:
     /// keeps a small integer gives that integer), dates as QDate, Null as an invalid QVariant.
     /// Throws RuntimeError 3265 for an unknown name and 3021 when there is no current row.
     [[nodiscard]] virtual QVariant value(QStringView field) const = 0;
+
+    /// True when all rows are in memory already, so that reading one that has been counted cannot fail: a list may then
+    /// keep the recordset and read a row when it is shown. The default is false, and every row is read at once.
+    [[nodiscard]] virtual bool isInMemory() const { return false; }
 };
 
 } // namespace oVELDRA

@@ -239,13 +239,13 @@ void frmAgregarProducto::lp_InsumosLista(const QString& product, const QString& 
         const controls::BusyPointer busy;
         const controls::FillScope fill(*lstVInsumos);
         lstVInsumos->clear();
-        const auto inputs =
-            rowsOf(*component().state.g_DBINS, u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s +
-                                                   quoted(product) + u" and CATNRO = "_s + quoted(catalog));
-        for (; !inputs->atEof(); inputs->moveNext()) {
-            lstVInsumos->append({toText(inputs->value(u"ARTNRO")), toText(inputs->value(u"RPADES")),
-                                 runtime::Format(inputs->value(u"RIPCAN"), QuantityMask)});
-        }
+        lstVInsumos->append(rowsOf(*component().state.g_DBINS,
+                                   u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s + quoted(product) +
+                                       u" and CATNRO = "_s + quoted(catalog)),
+                            [](const Recordset& input) -> controls::ListRow {
+                                return {{toText(input.value(u"ARTNRO")), toText(input.value(u"RPADES")),
+                                         runtime::Format(input.value(u"RIPCAN"), QuantityMask)}};
+                            });
     });
 }
 

@@ -71,10 +71,10 @@ void frmCatalogo::lp_Cargar_Catalogo()
         const controls::BusyPointer busy;
         const controls::FillScope fill(*LstvCat);
         LstvCat->clear();
-        const auto catalogs = rowsOf(*component().state.g_DBINS, u"select * from CAT order by CATDES"_s);
-        for (; !catalogs->atEof(); catalogs->moveNext()) {
-            LstvCat->append({Trim(toText(catalogs->value(u"CATNRO"))), Trim(toText(catalogs->value(u"CATDES")))});
-        }
+        LstvCat->append(rowsOf(*component().state.g_DBINS, u"select * from CAT order by CATDES"_s),
+                        [](const Recordset& catalog) -> controls::ListRow {
+                            return {{Trim(toText(catalog.value(u"CATNRO"))), Trim(toText(catalog.value(u"CATDES")))}};
+                        });
     });
 }
 

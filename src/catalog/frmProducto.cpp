@@ -114,12 +114,12 @@ void frmProducto::lp_Cargar_Producto(bool choose)
         showCatalog(state.currentCatalog);
 
         const controls::BusyPointer busy;
-        const auto products = rowsOf(*state.g_DBINS, u"select PRDNRO,PRDDES,PRDNCM,PRDPAI from PRD where CATNRO = "_s +
-                                                         quoted(state.currentCatalog));
-        for (; !products->atEof(); products->moveNext()) {
-            lstV->append({toText(products->value(u"PRDNRO")), toText(products->value(u"PRDDES")),
-                          toText(products->value(u"PRDNCM")), toText(products->value(u"PRDPAI"))});
-        }
+        lstV->append(rowsOf(*state.g_DBINS, u"select PRDNRO,PRDDES,PRDNCM,PRDPAI from PRD where CATNRO = "_s +
+                                                quoted(state.currentCatalog)),
+                     [](const Recordset& product) -> controls::ListRow {
+                         return {{toText(product.value(u"PRDNRO")), toText(product.value(u"PRDDES")),
+                                  toText(product.value(u"PRDNCM")), toText(product.value(u"PRDPAI"))}};
+                     });
     });
 }
 

@@ -20,22 +20,52 @@ void ListModel::clear()
 {
     m_pending.clear();
     beginResetModel();
+    m_records.reset();
     m_rows.clear();
+    m_rowCount = 0;
     endResetModel();
 }
 
-void ListModel::append(const QStringList& cells, const std::optional<QColor>& color)
+void ListModel::append(QStringList cells, const std::optional<QColor>& color)
 {
-    m_pending.push_back({cells, color});
+    m_pending.push_back({std::move(cells), color});
     if (m_fills == 0) {
         flush();
+    }
+}
+
+void ListModel::append(std::unique_ptr<Recordset> records, RowReader read)
+{
+    if (!records->isInMemory()) {
+        for (; !records->atEof(); records->moveNext()) {
+            ListRow row = read(*records);
+            append(std::move(row.cells), row.color);
+        }
+        return;
+    }
+    if (records->atEof()) {
+        return;
+    }
+    ListRow first = read(*records); // a field that is not there shows here
+    flush();
+    readUpTo(static_cast<std::size_t>(m_rowCount));
+    const auto count = static_cast<int>(records->recordCount());
+    records->moveNext();
+    beginInsertRows({}, m_rowCount, m_rowCount + count - 1);
+    m_rows.push_back(std::move(first));
+    m_rowCount += count;
+    m_records = std::move(records);
+    m_read = std::move(read);
+    endInsertRows();
+    if (m_sortColumn) {
+        sort(*m_sortColumn);
     }
 }
 
 void ListModel::setText(int row, int column, const QString& text)
 {
     requireCell(row, column);
-    QStringList& cells = m_rows[static_cast<std::size_t>(row)].cells;
+    QStringList& cells = this->row(row).cells;
     while (cells.size() <= column) {
         cells.append(QString());
     }
@@ -47,15 +77,17 @@ void ListModel::setText(int row, int column, const QString& text)
 void ListModel::setColor(int row, const std::optional<QColor>& color)
 {
     requireCell(row);
-    m_rows[static_cast<std::size_t>(row)].color = color;
+    this->row(row).color = color;
     Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1), {Qt::ForegroundRole});
 }
 
 void ListModel::removeRow(int row)
 {
     requireCell(row);
+    readUpTo(static_cast<std::size_t>(row) + 1);
     beginRemoveRows({}, row, row);
     m_rows.erase(m_rows.begin() + row);
+    --m_rowCount;
     endRemoveRows();
 }
 
@@ -63,14 +95,14 @@ const QString& ListModel::text(int row, int column) const
 {
     requireCell(row, column);
     static const QString empty;
-    const QStringList& cells = m_rows[static_cast<std::size_t>(row)].cells;
+    const QStringList& cells = this->row(row).cells;
     return column < cells.size() ? cells.at(column) : empty;
 }
 
 void ListModel::setRowIcon(const QIcon& icon)
 {
     m_rowIcon = icon;
-    if (!m_rows.empty()) {
+    if (m_rowCount > 0) {
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::DecorationRole});
     }
 }
@@ -93,6 +125,7 @@ void ListModel::sort(int column, Qt::SortOrder /*order*/)
         return;
     }
     m_sortColumn = column;
+    readUpTo(static_cast<std::size_t>(m_rowCount));
 
     const QCollator collator{QLocale()};
     std::vector<QCollatorSortKey> keys;
@@ -106,7 +139,7 @@ void ListModel::sort(int column, Qt::SortOrder /*order*/)
                      [&keys](std::size_t a, std::size_t b) { return keys[a].compare(keys[b]) < 0; });
 
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    std::vector<Row> sorted;
+    std::vector<ListRow> sorted;
     sorted.reserve(m_rows.size());
     std::vector<int> placeOf(m_rows.size());
     for (const std::size_t row : order) {
@@ -126,7 +159,7 @@ void ListModel::sort(int column, Qt::SortOrder /*order*/)
 
 int ListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : m_rowCount;
 }
 
 int ListModel::columnCount(const QModelIndex& parent) const
@@ -145,7 +178,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return index.column() == 0 && !m_rowIcon.isNull() ? QVariant(m_rowIcon) : QVariant();
     case Qt::ForegroundRole: {
-        const std::optional<QColor>& color = m_rows[static_cast<std::size_t>(index.row())].color;
+        const std::optional<QColor>& color = row(index.row()).color;
         return color && index.column() > 0 ? QVariant(*color) : QVariant();
     }
     case Qt::TextAlignmentRole:
@@ -176,8 +209,10 @@ void ListModel::flush()
     if (m_pending.empty()) {
         return;
     }
-    const int first = rowCount();
-    beginInsertRows({}, first, first + static_cast<int>(m_pending.size()) - 1);
+    readUpTo(static_cast<std::size_t>(m_rowCount));
+    const auto added = static_cast<int>(m_pending.size());
+    beginInsertRows({}, m_rowCount, m_rowCount + added - 1);
+    m_rowCount += added;
     m_rows.insert(m_rows.end(), std::make_move_iterator(m_pending.begin()), std::make_move_iterator(m_pending.end()));
     m_pending.clear();
     endInsertRows();
@@ -190,6 +225,24 @@ void ListModel::requireCell(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount()) {
         throw RuntimeError(9);
+    }
+}
+
+ListRow& ListModel::row(int row) const
+{
+    const auto place = static_cast<std::size_t>(row);
+    readUpTo(place + 1);
+    return m_rows[place];
+}
+
+void ListModel::readUpTo(std::size_t rows) const
+{
+    while (m_rows.size() < rows) {
+        m_rows.push_back(m_read(*m_records));
+        m_records->moveNext();
+        if (m_records->atEof()) {
+            m_records.reset();
+        }
     }
 }
 

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <oVELDRA/Recordset.h>
+
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QIcon>
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -19,6 +23,16 @@ struct ListColumn
     Qt::AlignmentFlag alignment = Qt::AlignLeft;
 };
 
+/// The texts of a row, and the colour of its sub-items (the columns after the first); none is the theme's own.
+struct ListRow
+{
+    QStringList cells;
+    std::optional<QColor> color = std::nullopt;
+};
+
+/// The row of a list for the current row of a recordset. It must not throw what the recordset does not throw.
+using RowReader = std::function<ListRow(const Recordset&)>;
+
 /// The rows of a list: text cells, an icon that all rows share, and a colour that a row's sub-items (the columns after
 /// the first) may have.
 class ListModel final : public QAbstractTableModel
@@ -30,7 +44,11 @@ public:
 
     void clear();
     /// Cells that are missing are empty.
-    void append(const QStringList& cells, const std::optional<QColor>& color = std::nullopt);
+    void append(QStringList cells, const std::optional<QColor>& color = std::nullopt);
+    /// A row for each row of a recordset, from its current one. Of a recordset in memory only the first is read at once,
+    /// the others up to a row when that is first needed: most rows of a long list are never looked at. When reading fails
+    /// the rows before it stay.
+    void append(std::unique_ptr<Recordset> records, RowReader read);
     /// RuntimeError 9 for a row or column that is not there; so for all that follow.
     void setText(int row, int column, const QString& text);
     void setColor(int row, const std::optional<QColor>& color);
@@ -55,18 +73,18 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    struct Row
-    {
-        QStringList cells;
-        std::optional<QColor> color;
-    };
-
     void flush();
     void requireCell(int row, int column = 0) const;
+    /// A row, read from its recordset now if it was not yet.
+    [[nodiscard]] ListRow& row(int row) const;
+    void readUpTo(std::size_t rows) const;
 
     std::vector<ListColumn> m_columns;
-    std::vector<Row> m_rows;
-    std::vector<Row> m_pending;
+    mutable std::vector<ListRow> m_rows;          ///< those read so far, from the first
+    mutable std::unique_ptr<Recordset> m_records; ///< stands on the first row that is not read; null when all are
+    RowReader m_read;
+    int m_rowCount = 0;
+    std::vector<ListRow> m_pending;
     QIcon m_rowIcon;
     std::optional<int> m_sortColumn;
     int m_fills = 0;

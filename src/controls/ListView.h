@@ -4,7 +4,9 @@
 
 #include <QTreeView>
 
+#include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace oVELDRA::controls {
@@ -21,6 +23,12 @@ public:
     void append(const QStringList& cells, const std::optional<QColor>& color = std::nullopt)
     {
         m_rows.append(cells, color);
+    }
+    /// A row for each row of a recordset. Rows of a recordset in memory are read when they are needed; when reading
+    /// fails the rows before it stay.
+    void append(std::unique_ptr<Recordset> records, RowReader read)
+    {
+        m_rows.append(std::move(records), std::move(read));
     }
     /// RuntimeError 9 for a row or column that is not there; so for all that follow.
     void setText(int row, int column, const QString& text) { m_rows.setText(row, column, text); }

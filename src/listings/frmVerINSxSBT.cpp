@@ -48,14 +48,13 @@ void frmVerINSxSBT::Cargar_Insumos()
         if (!core::AbrirRecordset(*state.g_DBINS, statement, discharges) && !discharges) {
             throw RuntimeError(state.g_DBINS->lastError());
         }
-        for (; !discharges->atEof(); discharges->moveNext()) {
-            const auto field = [&discharges](QStringView name) { return discharges->value(name); };
-            lstView->append({runtime::Trim(runtime::toText(field(u"ARTNRO"))),
-                             runtime::Trim(runtime::toText(field(u"ARTDCL"))),
-                             runtime::Format(field(u"ARTITM"), u"000"), runtime::Format(field(u"ARTSBT"), u"000"),
-                             runtime::Format(runtime::toNumber(field(u"RALCAN")), state.g_sFmtCantidad),
-                             runtime::Format(runtime::toNumber(field(u"ARTPRE")), u"00.000000")});
-        }
+        lstView->append(std::move(discharges), [&state](const Recordset& discharge) -> controls::ListRow {
+            const auto field = [&discharge](QStringView name) { return discharge.value(name); };
+            return {{runtime::Trim(runtime::toText(field(u"ARTNRO"))), runtime::Trim(runtime::toText(field(u"ARTDCL"))),
+                     runtime::Format(field(u"ARTITM"), u"000"), runtime::Format(field(u"ARTSBT"), u"000"),
+                     runtime::Format(runtime::toNumber(field(u"RALCAN")), state.g_sFmtCantidad),
+                     runtime::Format(runtime::toNumber(field(u"ARTPRE")), u"00.000000")}};
+        });
     });
 }
 

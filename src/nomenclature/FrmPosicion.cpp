@@ -44,6 +44,7 @@ FrmPosicion::FrmPosicion(core::Component& component) : Form(component, u"FrmPosi
     LbDescripcion->setObjectName(u"LbDescripcion"_s);
     LbDescripcion->setAccessibleName(u"Descripción"_s);
     LbDescripcion->setReadOnly(true);
+    LbDescripcion->setUndoRedoEnabled(false);
     LbDescripcion->setTabChangesFocus(true);
     LstSufijos = new ListBox(u"LstSufijos"_s, u"Sufijos"_s, LineLayout::Wrapped, {60, 10});
     // Codes of 5 characters stand directly before their details; only a fixed pitch keeps the details in a column.
@@ -115,8 +116,14 @@ void FrmPosicion::BuscarNCM()
 void FrmPosicion::MostrarDatos(const QString& position)
 {
     core::trap(component().prompts(), u"Sección [oVELDRA.FrmPosicion.MostrarDatos]", [&] {
-        LbDescripcion->clear();
-        LstSufijos->setLines({});
+        QString description;
+        QStringList lines;
+        // What was there before goes in any case, and what was found before an error is shown.
+        const auto show = qScopeGuard([&] {
+            // Through the document: the control's own setter lays the text out once more for a cursor nobody sees.
+            LbDescripcion->document()->setPlainText(description);
+            LstSufijos->setLines(lines);
+        });
         const controls::BusyPointer busy;
         const PositionParts parts = splitPosition(position);
         const auto row = queryTariff(
@@ -125,11 +132,9 @@ void FrmPosicion::MostrarDatos(const QString& position)
                 core::quoted(parts.subheading) + u" and [002] = "_s + core::quoted(parts.opening) + u" and [003] = "_s +
                 core::quoted(parts.control));
         if (!row->atEof()) {
-            LbDescripcion->setPlainText(runtime::toText(row->value(u"Descrip")) + u"\r\n\r\n"_s +
-                                        runtime::toText(row->value(u"descrip1")));
+            description = runtime::toText(row->value(u"Descrip")) + u"\r\n\r\n"_s +
+                          runtime::toText(row->value(u"descrip1"));
         }
-        QStringList lines;
-        const auto showLines = qScopeGuard([&] { LstSufijos->setLines(lines); }); // also those before an error
         const auto rules =
             queryTariff(component().state, u"select * from sufidos where sim in "_s + suffixKeyList(position));
         for (; !rules->atEof(); rules->moveNext()) {

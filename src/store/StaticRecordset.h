@@ -26,6 +26,7 @@ public:
     void moveFirst() override;
     [[nodiscard]] qsizetype recordCount() const override { return m_data.rows(); }
     [[nodiscard]] QVariant value(QStringView field) const override;
+    [[nodiscard]] bool isInMemory() const override { return true; }
 
     [[nodiscard]] const ColumnNames& columns() const { return *m_names; }
 

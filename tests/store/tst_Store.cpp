@@ -556,7 +556,7 @@ private:
     /// An inputs database in a file, with one catalog.
     [[nodiscard]] QString newFile() const
     {
-        const QString url = u"sqlite:"_s + m_folder->filePath(u"insumos.sqlite"_s);
+        QString url = u"sqlite:"_s + m_folder->filePath(u"insumos.sqlite"_s);
         run(createStore(url, Database::Inputs), u"insert into CAT (CATNRO,CATDES) values ('A','uno')"_s);
         return url;
     }
