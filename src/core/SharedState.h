@@ -27,6 +27,19 @@ private:
     std::unique_ptr<ConexionDB> m_unconnected; // made on first use without a connection
 };
 
+/// The declaration that the browser hands its dialogs, and what the editor hands back. All of it as texts.
+struct CurrentDeclaration
+{
+    QString number;         ///< INTDCL
+    QString internalNumber; ///< INTNRO
+    QString description;
+    QString ctc;
+    QString officialDate; ///< as the user typed it
+    QString expiryDate;
+    QString enabled; ///< "1" or "0"
+    bool saved = false;
+};
+
 /// What the class and all screens share: the host's context, the connections, the number formats, the result of the
 /// product picker, and the codes and flags that screens hand each other. One set per component.
 struct SharedState
@@ -72,6 +85,8 @@ struct SharedState
     bool productSaved = false;
     bool inputModify = false;
     bool inputSaved = false;
+
+    CurrentDeclaration declaration;
 };
 
 } // namespace oVELDRA::core
