@@ -151,7 +151,8 @@ void SampleContent::writeStock(ConexionDB& connection, const RowCounter& counter
                          counter);
     for (const SampleImportedDeclaration& row : m_stock.declarations) {
         headers.insert({sql::text(row.interno), sql::text(row.number), sql::date(row.official),
-                        sql::text(row.description), sql::date(row.expiry), sql::text(row.customs), u"1"_s});
+                        sql::text(row.description), sql::date(row.expiry), sql::text(row.customs),
+                        row.enabled ? u"1"_s : u"0"_s});
         for (const SampleArticleInStock& article : row.articles) {
             articles.insert({sql::text(row.number), sql::text(article.article), sql::text(article.unit),
                              sql::number(article.declared), sql::number(article.unitValue),

@@ -128,12 +128,25 @@ std::vector<SampleProduct> products(const Tariff& tariff)
 
 std::vector<Export> exports()
 {
-    return {
+    std::vector<Export> all{
         {u"EX260031"_s, 31001, u"26001EC01004521K"_s, {2026, 3, 20}, u"0003-00001245"_s, u"BOT-VAC-45"_s, 2400},
         {u"EX260077"_s, 77001, u"26001EC01009874B"_s, {2026, 6, 11}, u"0003-00001388"_s, u"BOT-VAC-45"_s, 2600},
         {u"EX260077"_s, 77002, u"26001EC01009874B"_s, {2026, 6, 11}, u"0003-00001389"_s, u"LAV-CF-800"_s, 640},
         {u"EX260092"_s, 92001, u"26001EC01012037T"_s, {2026, 8, 3}, u"0003-00001460"_s, u"ZAP-VAC-39"_s, 1500},
     };
+    // Control boards leave every week, a month's shipments in one export.
+    constexpr int months = 6;
+    constexpr int weeks = 6;
+    for (int month = 0; month < months; ++month) {
+        const int number = 260111 + month * 7;
+        for (int week = 0; week < weeks; ++week) {
+            all.push_back({u"EX%1"_s.arg(number), number % 1000 * 1000 + week + 1,
+                           u"26001EC0101%1C"_s.arg(4020 + month * 313), QDate(2026, 4, 8).addMonths(month),
+                           u"0003-0000%1"_s.arg(1501 + month * weeks + week), u"PLA-CTRL-LAV"_s,
+                           9000.0 + 1200 * week + 500 * month});
+        }
+    }
+    return all;
 }
 
 /// What the import would put into the stock for a declaration whose items have one subitem each.
@@ -195,6 +208,7 @@ SampleStock sampleStock(const Tariff& tariff, const std::vector<SampleDeclaratio
                                 {2027, 1, 19},
                                 u"Insumos para calzado, embarque de enero"_s,
                                 u"001"_s,
+                                true,
                                 {}}),
         imported(declarations, {u"IT260048"_s,
                                 u"26073IT14000412M"_s,
@@ -202,6 +216,23 @@ SampleStock sampleStock(const Tariff& tariff, const std::vector<SampleDeclaratio
                                 {2027, 2, 26},
                                 u"Insumos varios, embarque de febrero"_s,
                                 u"073"_s,
+                                true,
+                                {}}),
+        imported(declarations, {u"IT260062"_s,
+                                u"26001IT14000533F"_s,
+                                {2026, 3, 10},
+                                {2027, 3, 10},
+                                u"Componentes para placas de control"_s,
+                                u"001"_s,
+                                true,
+                                {}}),
+        imported(declarations, {u"IT260090"_s,
+                                u"26073IT14000588P"_s,
+                                {2026, 5, 14},
+                                {2027, 5, 14},
+                                u"Repuestos en verificación"_s,
+                                u"073"_s,
+                                false,
                                 {}}),
     };
     for (const Export& goods : exports()) {

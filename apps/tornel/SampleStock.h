@@ -64,6 +64,7 @@ struct SampleImportedDeclaration
     QDate expiry;
     QString description;
     QString customs;
+    bool enabled = true;
     std::vector<SampleArticleInStock> articles;
 };
 
@@ -85,7 +86,8 @@ struct SampleDischarge
     double multiplier = 1;
 };
 
-/// The stock of inputs of the demonstration: always the same one. Balances are what was declared less what was
+/// The stock of inputs of the demonstration: always the same one. One declaration is blocked, one has as many
+/// discharges as fill a listing of several pages. Balances are what was declared less what was
 /// discharged; exports take from the oldest declaration first, so EX260077/77001 takes from two.
 struct SampleStock
 {

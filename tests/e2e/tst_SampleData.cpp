@@ -37,6 +37,7 @@ private Q_SLOTS:
     void oneSubitemOfOneDeclarationIsGrouped();
     void stockBalancesAreDeclaredLessDischarged();
     void oneExportSubitemTakesFromTwoDeclarations();
+    void oneDeclarationFillsAListingOfSeveralPages();
     void billsAndProductsRefer();
 
 private:
@@ -216,7 +217,7 @@ void tst_SampleData::oneSubitemOfOneDeclarationIsGrouped()
 void tst_SampleData::stockBalancesAreDeclaredLessDischarged()
 {
     const SampleStock stock = sampleStock(*m_tariff, m_declarations);
-    QCOMPARE(stock.declarations.size(), std::size_t{2});
+    QCOMPARE(stock.declarations.size(), std::size_t{4});
     for (const SampleImportedDeclaration& imported : stock.declarations) {
         QVERIFY(imported.number.size() <= 17 && !imported.number.contains(u'-'));
         QCOMPARE(imported.articles.size(), declaration(imported.interno).items.size());
@@ -245,6 +246,17 @@ void tst_SampleData::oneExportSubitemTakesFromTwoDeclarations()
         }
     }
     QCOMPARE(declarations.size(), 2);
+}
+
+void tst_SampleData::oneDeclarationFillsAListingOfSeveralPages()
+{
+    const SampleStock stock = sampleStock(*m_tariff, m_declarations);
+    QCOMPARE(std::ranges::count(stock.discharges, u"26001IT14000533F"_s, &SampleDischarge::declaration), 180);
+    const auto& boards = *std::ranges::find(stock.declarations, u"IT260062"_s, &SampleImportedDeclaration::interno);
+    const auto isLow = [](const SampleArticleInStock& article) { return article.balance / article.declared < 0.3; };
+    QVERIFY(std::ranges::any_of(boards.articles, isLow) && !std::ranges::all_of(boards.articles, isLow));
+    const auto blocked = std::ranges::count(stock.declarations, false, &SampleImportedDeclaration::enabled);
+    QCOMPARE(blocked, 1);
 }
 
 void tst_SampleData::billsAndProductsRefer()
