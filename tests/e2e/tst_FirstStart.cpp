@@ -131,7 +131,7 @@ void tst_FirstStart::theHostsListsAreRead()
     const auto host = folder.connect(Database::Host, Access::ReadOnly);
     const auto inputs = folder.connect(Database::Inputs, Access::ReadWrite);
     const auto declarations = lists::declarations(*host, *inputs);
-    QCOMPARE(declarations.size(), std::size_t{9});
+    QCOMPARE(declarations.size(), std::size_t{11});
     QCOMPARE(declarations.front().interno, u"IT260015"_s);
     QCOMPARE(declarations.front().imported, u"26001IT14000087H"_s);
     const auto& two = *std::ranges::find(declarations, u"IT260101"_s, &lists::Declaration::interno);
@@ -140,7 +140,7 @@ void tst_FirstStart::theHostsListsAreRead()
     QCOMPARE(two.fobTotal, 200.0);
     QCOMPARE(two.imported, QString());
     const auto exports = lists::exportSubitems(*inputs);
-    QCOMPARE(exports.size(), std::size_t{4});
+    QCOMPARE(exports.size(), std::size_t{40});
     QCOMPARE(exports[1].subitem, 77001);
     QCOMPARE(exports[1].inputs, 5);
     QCOMPARE(exports[1].date, QDate(2026, 6, 11));
@@ -206,7 +206,7 @@ void tst_FirstStart::onlyWhatIsMissingIsMade()
     QVERIFY(run(folder));
     QCOMPARE(
         rows(*folder.connect(Database::Inputs, Access::ReadOnly), u"select CATNRO from CAT where CATNRO = 'MIO'"_s), 1);
-    QCOMPARE(rows(*folder.connect(Database::Host, Access::ReadOnly), u"select interno from caratula"_s), 9);
+    QCOMPARE(rows(*folder.connect(Database::Host, Access::ReadOnly), u"select interno from caratula"_s), 11);
 }
 
 void tst_FirstStart::aFolderThatCannotBeMadeIsReported()
