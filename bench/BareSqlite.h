@@ -40,6 +40,29 @@ inline void bindText(sqlite3_stmt* statement, int place, const std::string& text
     sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
 }
 
+/// Steps through a query and reads its fields, each as what it is. The sum of what it found keeps the reading alive.
+inline double readRows(sqlite3_stmt* statement)
+{
+    double sum = 0;
+    const int columns = sqlite3_column_count(statement);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        for (int column = 0; column < columns; ++column) {
+            switch (sqlite3_column_type(statement, column)) {
+            case SQLITE_TEXT:
+                sum += sqlite3_column_text(statement, column)[0];
+                break;
+            case SQLITE_INTEGER:
+                sum += static_cast<double>(sqlite3_column_int64(statement, column));
+                break;
+            default:
+                sum += sqlite3_column_double(statement, column);
+            }
+        }
+    }
+    sqlite3_reset(statement);
+    return sum;
+}
+
 /// An article as a row of INS; `statement` is prepared from insertArticle.
 struct Article
 {

@@ -234,7 +234,7 @@ ScriptAction expectation(Arguments& arguments)
 ScriptAction action(Arguments& arguments)
 {
     using Reader = std::function<ScriptAction(Arguments&)>;
-    static const std::array<std::pair<QStringView, Reader>, 13> verbs{{
+    static const std::array<std::pair<QStringView, Reader>, 14> verbs{{
         {u"host",
          [](Arguments& a) {
              QString field = a.word(u"el campo"_s);
@@ -243,6 +243,7 @@ ScriptAction action(Arguments& arguments)
         {u"press", [](Arguments& a) { return step::Press{a.word(u"el botón"_s)}; }},
         {u"screen", [](Arguments& a) { return step::Screen{a.word(u"el nombre"_s)}; }},
         {u"key", [](Arguments& a) { return key(a.word(u"la tecla"_s)); }},
+        {u"file", [](Arguments& a) { return step::File{a.word(u"el archivo"_s)}; }},
         {u"type", [](Arguments& a) { return step::Type{a.word(u"el texto"_s)}; }},
         {u"focus", [](Arguments& a) { return step::Focus{a.word(u"el nombre"_s)}; }},
         {u"clear", [](Arguments&) { return step::Clear{}; }},

@@ -53,6 +53,11 @@ struct Type
 {
     QString text;
 };
+/// Puts the path of a file in the output folder into the text box that has the focus.
+struct File
+{
+    QString name;
+};
 struct Focus
 {
     QString name;
@@ -129,7 +134,8 @@ struct Deadline
 using ScriptAction =
     std::variant<step::HostField, step::Press, step::Screen, step::Key, step::Type, step::Focus, step::Clear, step::Box,
                  step::Input, step::Answer, step::ExpectTitle, step::ExpectText, step::ExpectChecked, step::ExpectFocus,
-                 step::ExpectRows, step::ExpectCell, step::ExpectCount, step::ExpectValue, step::Shot, step::Deadline>;
+                 step::ExpectRows, step::ExpectCell, step::ExpectCount, step::ExpectValue, step::Shot, step::Deadline,
+                 step::File>;
 
 struct ScriptStep
 {

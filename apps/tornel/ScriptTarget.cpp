@@ -222,10 +222,8 @@ struct Check
                                   u"no puede tomar el foco"_s)
                       : notFound(step.name);
     }
-    [[nodiscard]] Readiness operator()(const step::Clear& /*step*/) const
-    {
-        return readyWhen(qobject_cast<QLineEdit*>(keyboardTarget(host)), u"el foco no está en un campo de texto"_s);
-    }
+    [[nodiscard]] Readiness operator()(const step::Clear& /*step*/) const { return textBox(); }
+    [[nodiscard]] Readiness operator()(const step::File& /*step*/) const { return textBox(); }
     [[nodiscard]] Readiness operator()(const step::Box& step) const
     {
         const auto* const box = qobject_cast<QMessageBox*>(activeWindow(host));
@@ -311,6 +309,10 @@ private:
     {
         return readyWhen(keyboardTarget(host), u"la ventana no tiene el teclado"_s);
     }
+    [[nodiscard]] Readiness textBox() const
+    {
+        return readyWhen(qobject_cast<QLineEdit*>(keyboardTarget(host)), u"el foco no está en un campo de texto"_s);
+    }
 };
 
 /// Does a step.
@@ -360,6 +362,17 @@ struct Act
         }
         done({});
     }
+    void operator()(const step::File& step) const
+    {
+        const QDir folder(outputFolder);
+        if (!folder.mkpath(u"."_s)) {
+            done(u"no se pudo crear la carpeta %1"_s.arg(outputFolder));
+            return;
+        }
+        // Not key by key: a file dialog would unfold a list of proposals over itself.
+        qobject_cast<QLineEdit*>(keyboardTarget(host))->setText(folder.absoluteFilePath(step.name));
+        done({});
+    }
     void operator()(const step::Focus& step) const
     {
         find<QWidget>(host, step.name)->setFocus(Qt::OtherFocusReason);
@@ -397,6 +410,7 @@ struct Describe
     QString operator()(const step::Screen& step) const { return u"la pantalla %1"_s.arg(step.name); }
     QString operator()(const step::Key& step) const { return u"poder pulsar %1"_s.arg(step.spelled); }
     QString operator()(const step::Type& step) const { return u"poder escribir «%1»"_s.arg(step.text); }
+    QString operator()(const step::File& step) const { return u"poder escribir el nombre de %1"_s.arg(step.name); }
     QString operator()(const step::Focus& step) const { return u"poder enfocar %1"_s.arg(step.name); }
     QString operator()(const step::Clear& /*step*/) const { return u"un campo de texto que vaciar"_s; }
     QString operator()(const step::Box& step) const

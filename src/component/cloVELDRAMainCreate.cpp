@@ -3,7 +3,12 @@
 #include <catalog/frmProducto.h>
 #include <core/Component.h>
 #include <core/Prompts.h>
+#include <declarations/frmDIT.h>
+#include <declarations/frmDITART.h>
 #include <declarations/frmImportar.h>
+#include <declarations/frmMODDIT.h>
+#include <listings/SystemPrinters.h>
+#include <listings/frmListados.h>
 #include <listings/frmVerINSxSBT.h>
 #include <runtime/Clock.h>
 #include <runtime/Settings.h>
@@ -13,28 +18,9 @@
 #include <memory>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace oVELDRA {
 
 namespace {
-
-/// Stands in for a screen that is not built yet: it tells the user so.
-class MissingScreen final : public core::Screen
-{
-public:
-    MissingScreen(core::Prompts& prompts, QString subject) : m_prompts(prompts), m_subject(std::move(subject)) {}
-
-    void showModal() override
-    {
-        m_prompts.messageBox(u"La pantalla de %1 todavía no está disponible en esta versión."_s.arg(m_subject),
-                             core::InformationBox);
-    }
-
-private:
-    core::Prompts& m_prompts;
-    QString m_subject;
-};
 
 /// The component of the process with its real collaborators, and which screen belongs to which entry operation.
 struct Composition
@@ -43,8 +29,8 @@ struct Composition
     {
         component.installScreen(core::Entry::Mostrar,
                                 [](core::Component& owner) { return std::make_unique<catalog::frmProducto>(owner); });
-        component.installScreen(core::Entry::MostrarDIT, [](core::Component& owner) {
-            return std::make_unique<MissingScreen>(owner.prompts(), u"declaraciones de importación temporaria"_s);
+        component.installScreen(core::Entry::MostrarDIT, [this](core::Component& owner) {
+            return std::make_unique<declarations::frmDIT>(owner, declarationDialogs());
         });
         component.installScreen(core::Entry::Importar, [](core::Component& owner) {
             return std::make_unique<declarations::frmImportar>(owner);
@@ -54,9 +40,22 @@ struct Composition
         });
     }
 
+    [[nodiscard]] declarations::DeclarationDialogs declarationDialogs()
+    {
+        const core::ScreenFactory dischargeListing = [this](core::Component& owner) {
+            return std::make_unique<listings::frmListados>(owner, printers, spooler);
+        };
+        return {[dischargeListing](core::Component& owner) {
+                    return std::make_unique<declarations::frmMODDIT>(owner, dischargeListing);
+                },
+                [](core::Component& owner) { return std::make_unique<declarations::frmDITART>(owner); }};
+    }
+
     core::ScreenPrompts prompts;
     runtime::UserSettings settings;
     runtime::SystemClock clock;
+    listings::SystemPrinters printers;
+    listings::SystemSpooler spooler;
     core::Component component{prompts, settings, clock};
 };
 

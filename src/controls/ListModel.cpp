@@ -34,28 +34,30 @@ void ListModel::append(QStringList cells, const std::optional<QColor>& color)
     }
 }
 
-void ListModel::append(std::unique_ptr<Recordset> records, RowReader read)
+void ListModel::append(std::unique_ptr<Recordset> records, RowReader read, qsizetype most)
 {
     if (!records->isInMemory()) {
-        for (; !records->atEof(); records->moveNext()) {
-            ListRow row = read(*records);
-            append(std::move(row.cells), row.color);
+        for (qsizetype row = 0; row < most && !records->atEof(); ++row, records->moveNext()) {
+            ListRow next = read(*records);
+            append(std::move(next.cells), next.color);
         }
         return;
     }
-    if (records->atEof()) {
+    if (records->atEof() || most <= 0) {
         return;
     }
     ListRow first = read(*records); // a field that is not there shows here
     flush();
     readUpTo(static_cast<std::size_t>(m_rowCount));
-    const auto count = static_cast<int>(records->recordCount());
-    records->moveNext();
+    const auto count = static_cast<int>(std::min(records->recordCount(), most));
     beginInsertRows({}, m_rowCount, m_rowCount + count - 1);
     m_rows.push_back(std::move(first));
     m_rowCount += count;
-    m_records = std::move(records);
-    m_read = std::move(read);
+    if (count > 1) {
+        records->moveNext();
+        m_records = std::move(records);
+        m_read = std::move(read);
+    }
     endInsertRows();
     if (m_sortColumn) {
         sort(*m_sortColumn);
@@ -239,8 +241,9 @@ void ListModel::readUpTo(std::size_t rows) const
 {
     while (m_rows.size() < rows) {
         m_rows.push_back(m_read(*m_records));
-        m_records->moveNext();
-        if (m_records->atEof()) {
+        if (m_rows.size() < static_cast<std::size_t>(m_rowCount)) {
+            m_records->moveNext();
+        } else {
             m_records.reset();
         }
     }

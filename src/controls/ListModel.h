@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -33,6 +34,9 @@ struct ListRow
 /// The row of a list for the current row of a recordset. It must not throw what the recordset does not throw.
 using RowReader = std::function<ListRow(const Recordset&)>;
 
+/// No limit to the rows that are taken from a recordset.
+inline constexpr qsizetype AllRows = std::numeric_limits<qsizetype>::max();
+
 /// The rows of a list: text cells, an icon that all rows share, and a colour that a row's sub-items (the columns after
 /// the first) may have.
 class ListModel final : public QAbstractTableModel
@@ -45,10 +49,10 @@ public:
     void clear();
     /// Cells that are missing are empty.
     void append(QStringList cells, const std::optional<QColor>& color = std::nullopt);
-    /// A row for each row of a recordset, from its current one. Of a recordset in memory only the first is read at once,
-    /// the others up to a row when that is first needed: most rows of a long list are never looked at. When reading fails
-    /// the rows before it stay.
-    void append(std::unique_ptr<Recordset> records, RowReader read);
+    /// A row for each of the first `most` rows of a recordset, which stands on its first. Of a recordset in memory only
+    /// that one is read at once, the others up to a row when that is first needed: most rows of a long list are never
+    /// looked at, and those past `most` are never read. When reading fails the rows before it stay.
+    void append(std::unique_ptr<Recordset> records, RowReader read, qsizetype most = AllRows);
     /// RuntimeError 9 for a row or column that is not there; so for all that follow.
     void setText(int row, int column, const QString& text);
     void setColor(int row, const std::optional<QColor>& color);
@@ -81,7 +85,7 @@ private:
 
     std::vector<ListColumn> m_columns;
     mutable std::vector<ListRow> m_rows;          ///< those read so far, from the first
-    mutable std::unique_ptr<Recordset> m_records; ///< stands on the first row that is not read; null when all are
+    mutable std::unique_ptr<Recordset> m_records; ///< stands on the first row not read; null when all are
     RowReader m_read;
     int m_rowCount = 0;
     std::vector<ListRow> m_pending;

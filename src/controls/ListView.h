@@ -24,11 +24,11 @@ public:
     {
         m_rows.append(cells, color);
     }
-    /// A row for each row of a recordset. Rows of a recordset in memory are read when they are needed; when reading
-    /// fails the rows before it stay.
-    void append(std::unique_ptr<Recordset> records, RowReader read)
+    /// A row for each of the first `most` rows of a recordset. Rows of a recordset in memory are read when they are
+    /// needed; when reading fails the rows before it stay.
+    void append(std::unique_ptr<Recordset> records, RowReader read, qsizetype most = AllRows)
     {
-        m_rows.append(std::move(records), std::move(read));
+        m_rows.append(std::move(records), std::move(read), most);
     }
     /// RuntimeError 9 for a row or column that is not there; so for all that follow.
     void setText(int row, int column, const QString& text) { m_rows.setText(row, column, text); }

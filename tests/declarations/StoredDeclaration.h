@@ -2,9 +2,13 @@
 
 #include <oVELDRA/Store.h>
 
-#include <core/SharedState.h>
+#include <core/Component.h>
 #include <declarations/ImportarInterno.h>
+#include <declarations/frmImportar.h>
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QMap>
 #include <QString>
 
 #include <memory>
@@ -69,6 +73,24 @@ inline QString importStored(core::SharedState& state, const QString& declaration
     NoProgress progress;
     return ImportarInterno(state, progress, state.sInternoExt, declaration, QStringLiteral("15/01/2026"),
                            QStringLiteral("prueba"), QStringLiteral("15/01/2028"), QStringLiteral("073"), 1, false);
+}
+
+/// Opens the import screen, fills its boxes with a declaration that can be imported, except for those given, and runs
+/// the import. Answers the status line.
+inline QString importOnScreen(core::Component& component, const QMap<QString, QString>& boxes)
+{
+    frmImportar form(component);
+    form.Form_Load();
+    QMap<QString, QString> texts{{QStringLiteral("txtINTDCL"), QStringLiteral("26073IT14000011A")},
+                                 {QStringLiteral("txtINTFOF"), QStringLiteral("15/01/2026")},
+                                 {QStringLiteral("txtVEN"), QStringLiteral("15/01/2028")},
+                                 {QStringLiteral("txtINTDES"), QStringLiteral("prueba")}};
+    texts.insert(boxes);
+    for (auto text = texts.cbegin(); text != texts.cend(); ++text) {
+        form.findChild<QLineEdit*>(text.key())->setText(text.value());
+    }
+    form.lp_Procesar();
+    return form.findChild<QLabel*>(QStringLiteral("lbTexto"))->text();
 }
 
 } // namespace oVELDRA::declarations

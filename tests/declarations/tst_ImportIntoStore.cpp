@@ -1,15 +1,8 @@
-#include "StoredDeclaration.h"
+#include "SeatProcess.h"
+#include "Stock.h"
 #include "doubles/InterruptedConexionDB.h"
 #include "doubles/TestComponent.h"
 
-#include <declarations/frmImportar.h>
-#include <store/StoreConnection.h>
-#include <store/sqlite/SqliteEngine.h>
-
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -20,38 +13,7 @@ using namespace oVELDRA::declarations;
 
 namespace {
 
-using Connection = std::shared_ptr<ConexionDB>;
-
 const QString number = u"26073IT14000011A"_s;
-
-/// Every row of the inputs database's declarations, as texts.
-QStringList content(ConexionDB& db)
-{
-    QStringList result;
-    const auto dump = [&](const QString& table, const QStringList& columns) {
-        bool ok = false;
-        db.setSql(u"select * from "_s + table);
-        const auto rows = db.openRecordset(ok);
-        for (; ok && !rows->atEof(); rows->moveNext()) {
-            QStringList cells{table};
-            for (const QString& column : columns) {
-                cells << rows->value(column).toString();
-            }
-            result << cells.join(u'|');
-        }
-    };
-    dump(u"INTINS"_s, {u"INTNRO"_s, u"INTDCL"_s, u"INTFOF"_s, u"INTVEN"_s, u"INTDES"_s, u"INTADU"_s, u"INTIOK"_s});
-    dump(u"INS"_s, {u"INTDCL"_s, u"ARTNRO"_s, u"ARTUNI"_s, u"ARTCAT"_s, u"ARTPRE"_s, u"ARTDSC"_s, u"ARTNCM"_s,
-                    u"ARTITM"_s, u"ARTSBT"_s});
-    dump(u"CAT"_s, {u"CATNRO"_s});
-    return result;
-}
-
-sqlite3* handleOf(const Connection& connection)
-{
-    auto& stored = dynamic_cast<store::StoreConnection&>(*connection);
-    return dynamic_cast<store::SqliteEngine&>(stored.engine()).handle();
-}
 
 } // namespace
 
@@ -109,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(importStored(m_state, number), u"OK"_s);
         const QStringList after = content(*m_inputs);
         QCOMPARE(after.filter(u"TOR1"_s),
-                 QStringList{u"INTINS|TOR1|26073IT14000011A|2026-01-15|2028-01-15|prueba|073|1"_s});
+                 QStringList{u"INTINS|TOR1|26073IT14000011A|2026-01-15|2028-01-15|prueba|073|1|"_s});
         QCOMPARE(after.filter(QRegularExpression(u"^INS\\|26073"_s)),
                  QStringList({u"INS|26073IT14000011A|UNO|01|3|38.333333|3|7208.90.00.110H|1|0"_s,
                               u"INS|26073IT14000011A|DOS-A|01|3|23|3|7208.90.00.110H|2|1"_s,
@@ -203,10 +165,10 @@ private Q_SLOTS:
     void failureAtTheBurstsCommit()
     {
         addDeclaration(*m_host, u"TOR1"_s, 3, 2);
-        sqlite3_commit_hook(
-            handleOf(m_inputs), [](void*) { return 1; }, nullptr);
-        const QString status = importStored(m_state, number);
-        sqlite3_commit_hook(handleOf(m_inputs), nullptr, nullptr);
+        const QString status = [this] {
+            const FailingCommits failing(*m_inputs);
+            return importStored(m_state, number);
+        }();
         QVERIFY2(status.startsWith(u"ER ERROR -2147467259 - "), qPrintable(status));
         QCOMPARE(content(*m_inputs), m_before);
     }
@@ -215,14 +177,10 @@ private Q_SLOTS:
     {
         addDeclaration(*m_host, u"TOR1"_s, 3, 2);
         doubles::TestComponent component;
-        component.state.sInternoExt = u"TOR1"_s;
-        component.state.g_sAduana = u"073"_s;
-        component.state.g_DBTOR.assign(m_host);
-        component.state.g_DBINS.assign(m_inputs);
-        sqlite3_commit_hook(
-            handleOf(m_inputs), [](void*) { return 1; }, nullptr);
-        const QString status = processed(component, {});
-        sqlite3_commit_hook(handleOf(m_inputs), nullptr, nullptr);
+        const QString status = [&] {
+            const FailingCommits failing(*m_inputs);
+            return processed(component, {});
+        }();
         QVERIFY2(status.startsWith(u"ER ERROR -2147467259 - "), qPrintable(status));
         QCOMPARE(content(*m_inputs), m_before);
     }
@@ -255,11 +213,6 @@ private Q_SLOTS:
         QFETCH(QString, text);
         addDeclaration(*m_host, u"TOR1"_s, 1, 1);
         doubles::TestComponent component;
-        component.state.sInternoExt = u"TOR1"_s;
-        component.state.g_sAduana = u"073"_s;
-        component.state.g_DBTOR.assign(m_host);
-        component.state.g_DBINS.assign(m_inputs);
-        component.prompts.willAnswer(core::AnswerOk);
         const QString status = processed(component, {{box, text}});
         const QStringList after = content(*m_inputs);
         if (status == u"OK"_s) {
@@ -284,17 +237,13 @@ private Q_SLOTS:
         static_cast<void>(createStore(inputsUrl, Database::Inputs));
         QRandomGenerator random(20261120);
         for (int round = 0; round < 25; ++round) {
-            QProcess victim;
-            const int statement = round == 0 ? 1 : random.bounded(1, 202); // the header and 200 articles
-            victim.start(QStringLiteral(OVELDRA_IMPORT_VICTIM), {hostUrl, inputsUrl, QString::number(statement)});
-            QVERIFY(victim.waitForFinished());
-            QCOMPARE(victim.exitStatus(), QProcess::CrashExit);
+            const int statement = round == 0 ? 1 : random.bounded(1, 203); // the check, the header and 200 articles
+            SeatProcess seat(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Die, statement);
+            QVERIFY(seat.died());
             QCOMPARE(intactArticles(inputsUrl), 0);
         }
-        QProcess survivor;
-        survivor.start(QStringLiteral(OVELDRA_IMPORT_VICTIM), {hostUrl, inputsUrl, u"0"_s});
-        QVERIFY(survivor.waitForFinished());
-        QCOMPARE(survivor.readAllStandardOutput().trimmed(), QByteArray("OK"));
+        SeatProcess survivor(inputsUrl, importTask(hostUrl, u"TOR1"_s));
+        QCOMPARE(survivor.outcome(), u"OK"_s);
         QCOMPARE(intactArticles(inputsUrl), 200);
     }
 
@@ -308,35 +257,66 @@ private Q_SLOTS:
         for (int round = 0; round < 25; ++round) {
             const QString inputsUrl = u"sqlite:"_s + folder.filePath(u"insumos%1.sqlite"_s.arg(round));
             static_cast<void>(createStore(inputsUrl, Database::Inputs));
-            QProcess victim;
-            victim.start(QStringLiteral(OVELDRA_IMPORT_VICTIM), {hostUrl, inputsUrl, u"0"_s});
-            QVERIFY(victim.waitForStarted());
-            victim.waitForFinished(random.bounded(1, 60)); // the instant is the random part
-            victim.kill();
-            victim.waitForFinished();
+            SeatProcess seat(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Wait, 1);
+            QVERIFY(seat.waits());
+            seat.goOn();
+            seat.killAfter(random.bounded(0, 20)); // the instant is the random part
             const int articles = intactArticles(inputsUrl);
             QVERIFY2(articles == 0 || articles == 200, qPrintable(QString::number(articles)));
         }
     }
 
-private:
-    /// Fills the import screen with a declaration that can be imported, changes boxes, presses F11 and answers the
-    /// status line.
-    static QString processed(doubles::TestComponent& component, const QMap<QString, QString>& changes)
+    void twoSeatsImportingTheSameNumber_data()
     {
-        component.prompts.willAnswer(core::AnswerOk);
-        frmImportar form(component);
-        form.Form_Load();
-        QMap<QString, QString> texts{{u"txtINTDCL"_s, number},
-                                     {u"txtINTFOF"_s, u"15/01/2026"_s},
-                                     {u"txtVEN"_s, u"15/01/2028"_s},
-                                     {u"txtINTDES"_s, u"prueba"_s}};
-        texts.insert(changes);
-        for (auto it = texts.cbegin(); it != texts.cend(); ++it) {
-            form.findChild<QLineEdit*>(it.key())->setText(it.value());
+        QTest::addColumn<int>("statement");
+        QTest::newRow("at the same moment") << 1;
+        QTest::newRow("one amid the other's articles") << 20;
+    }
+
+    /// Of two host declarations under one number exactly one comes in, with all its rows and none of the other's.
+    void twoSeatsImportingTheSameNumber()
+    {
+        QFETCH(const int, statement);
+        for (int round = 0; round < 8; ++round) {
+            const QTemporaryDir folder;
+            const QString hostUrl = u"sqlite:"_s + folder.filePath(u"tornel.sqlite"_s);
+            const QString inputsUrl = u"sqlite:"_s + folder.filePath(u"insumos.sqlite"_s);
+            const Connection host = createStore(hostUrl, Database::Host);
+            addDeclaration(*host, u"TOR1"_s, 20, 4);
+            addDeclaration(*host, u"TOR2"_s, 15, 3);
+            static_cast<void>(createStore(inputsUrl, Database::Inputs));
+            SeatProcess one(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Wait, statement);
+            QVERIFY(one.waits());
+            SeatProcess other(inputsUrl, importTask(hostUrl, u"TOR2"_s), AtStatement::Wait, 1);
+            QVERIFY(other.waits());
+            other.goOn(); // amid the one's articles it has to wait here for the one
+            one.goOn();
+            const QStringList outcomes{one.outcome(), other.outcome()};
+            QCOMPARE(outcomes.count(u"OK"_s), 1);
+            QCOMPARE(outcomes.count(u"ER ERROR 1 - El número de Declaración ya esta en la base de datos"_s), 1);
+            const bool isOnes = outcomes.constFirst() == u"OK";
+            QVERIFY(isOnes || statement == 1);
+            QCOMPARE(intactArticles(inputsUrl), isOnes ? 80 : 45);
+            QCOMPARE(content(*connectStore(inputsUrl)).filter(isOnes ? u"INTINS|TOR1|"_s : u"INTINS|TOR2|"_s).size(),
+                     1);
         }
-        form.lp_Procesar();
-        return form.findChild<QLabel*>(u"lbTexto"_s)->text();
+    }
+
+private:
+    /// Imports through the screen, with these texts in its boxes.
+    [[nodiscard]] QString processed(doubles::TestComponent& component, const QMap<QString, QString>& boxes) const
+    {
+        component.state.sInternoExt = u"TOR1"_s;
+        component.state.g_sAduana = u"073"_s;
+        component.state.g_DBTOR.assign(m_host);
+        component.state.g_DBINS.assign(m_inputs);
+        return importOnScreen(component, boxes);
+    }
+
+    /// The import of a host declaration under the one number, as a seat's task.
+    static QStringList importTask(const QString& hostUrl, const QString& interno)
+    {
+        return {u"import"_s, hostUrl, interno, number};
     }
 
     /// The articles in a stock, after checking that the file is whole and that there is a header exactly when there are
@@ -344,14 +324,10 @@ private:
     static int intactArticles(const QString& url)
     {
         const Connection db = connectStore(url);
-        store::RecordData check(std::make_shared<store::ColumnKinds>(1, dialect::ColumnKind::Text));
-        auto& stored = dynamic_cast<store::StoreConnection&>(*db);
-        stored.engine().prepare("PRAGMA integrity_check")->query({}, check);
         const QStringList rows = content(*db);
         const qsizetype headers = rows.filter(u"INTINS|"_s).size();
         const qsizetype articles = rows.filter(QRegularExpression(u"^INS\\|"_s)).size();
-        const bool whole = check.rows() == 1 && check.variant(0, 0).toString() == u"ok"_s;
-        return whole && headers == (articles > 0 ? 1 : 0) ? static_cast<int>(articles) : -1;
+        return isWhole(*db) && headers == (articles > 0 ? 1 : 0) ? static_cast<int>(articles) : -1;
     }
 
     Connection m_host;
