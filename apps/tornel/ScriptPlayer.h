@@ -23,7 +23,7 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// The script is over and its dialogs are closed. The text is empty when every step was done; otherwise it says in
+    /// The script is over; its dialogs are closed, or would not be in time. The text is empty when every step was done; otherwise it says in
     /// which line what was expected and what is there instead.
     void finished(const QString& failure);
 
@@ -31,7 +31,6 @@ private:
     enum class State { Idle, Looking, Acting, Closing, Over };
 
     void look();
-    void lookOnceMore();
     void perform();
     void stepDone(const QString& failure);
     void fail(const QString& obstacle);
