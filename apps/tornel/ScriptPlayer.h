@@ -23,8 +23,8 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// The script is over; its dialogs are closed, or would not be in time. The text is empty when every step was done; otherwise it says in
-    /// which line what was expected and what is there instead.
+    /// The script is over; its dialogs are closed, or would not be in time. The text is empty when every step was done;
+    /// otherwise it says in which line what was expected and what is there instead.
     void finished(const QString& failure);
 
 private:
