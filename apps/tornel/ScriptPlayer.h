@@ -23,15 +23,14 @@ public:
     void start();
 
 Q_SIGNALS:
-    /// The script is over and its dialogs are closed. The text is empty when every step was done; otherwise it says in
-    /// which line what was expected and what is there instead.
+    /// The script is over; its dialogs are closed, or would not be in time. The text is empty when every step was done;
+    /// otherwise it says in which line what was expected and what is there instead.
     void finished(const QString& failure);
 
 private:
     enum class State { Idle, Looking, Acting, Closing, Over };
 
     void look();
-    void lookOnceMore();
     void perform();
     void stepDone(const QString& failure);
     void fail(const QString& obstacle);

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void theHostsWindowIsUsedWithTheKeyboard();
     void aKilledFirstStartIsMadeGood();
     void aFailedStepEndsWithItsLine();
+    void aDialogThatComesBackDoesNotHoldUpTheEnd();
     void aScriptThatCannotBeReadIsNotPlayed();
     void helpAndVersionNeedNoDisplay();
 
@@ -92,6 +93,8 @@ void tst_Demo::theDemonstrationPlays_data()
     QTest::newRow("demo, 150 %") << u"demo.script"_s << u"1.5"_s << 9;
     QTest::newRow("catalogs, 100 %") << u"catalogs.script"_s << u"1"_s << 9;
     QTest::newRow("catalogs, 150 %") << u"catalogs.script"_s << u"1.5"_s << 9;
+    QTest::newRow("levels, 100 %") << u"levels.script"_s << u"1"_s << 6;
+    QTest::newRow("levels, 150 %") << u"levels.script"_s << u"1.5"_s << 6;
 }
 
 void tst_Demo::theDemonstrationPlays()
@@ -162,6 +165,40 @@ void tst_Demo::aFailedStepEndsWithItsLine()
     QVERIFY2(result.errors.contains(u"línea 4: se esperaba la pantalla winTornel"_s) &&
                  result.errors.contains(u"un cuadro exclamation «Falta Numero de Declaración Maria.»"_s),
              qPrintable(result.errors));
+}
+
+void tst_Demo::aDialogThatComesBackDoesNotHoldUpTheEnd()
+{
+    // Closed, the question goes back to the prompt, and the prompt, closed, to the question: ordinary leaving, which
+    // waits for the dialogs' own event loops, would never come to its end.
+    const QTemporaryDir place;
+    const QString folder = place.filePath(u"datos"_s);
+    const QString file = script(place, "press btnMostrar\n"
+                                       "screen frmCatalogo\n"
+                                       "key Return\n"
+                                       "screen frmProducto\n"
+                                       "key Ins\n"
+                                       "screen frmAgregarProducto\n"
+                                       "type TAL-IMP-13\nkey Return\nkey Return\n"
+                                       "type 8467.21.00.000P\nkey Return\n"
+                                       "type 1\nkey Return\n"
+                                       "type 07\nkey F11\n"
+                                       "box exclamation contains \"Se encontro diferencias\"\n"
+                                       "key Return\n"
+                                       "input MARCA\n"
+                                       "key Esc\n"
+                                       "screen winTornel\n");
+    const Result result = run({u"--script"_s, file, u"--datos"_s, folder}, place);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains(u"línea 20: se esperaba la pantalla winTornel, pero hay otra ventana; "
+                                    "está activo: un cuadro question «Desea cancelar la operación»\n"_s),
+             qPrintable(result.errors));
+    QVERIFY2(!result.output.contains(u"bien"_s), qPrintable(result.output));
+
+    // The product that was being saved has not been, and the data serves the next start.
+    const QString after = script(place, "expect count inputs \"select * from PRD\" 6\n");
+    const Result next = run({u"--script"_s, after, u"--datos"_s, folder}, place);
+    QVERIFY2(next.exitCode == 0, qPrintable(next.errors));
 }
 
 void tst_Demo::aScriptThatCannotBeReadIsNotPlayed()
