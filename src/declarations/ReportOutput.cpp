@@ -3,6 +3,7 @@
 #include <oVELDRA/RuntimeError.h>
 
 #include <declarations/BandedReport.h>
+#include <listings/PrintQueue.h>
 
 #include <QFileInfo>
 #include <QPageLayout>
@@ -75,10 +76,17 @@ void printReport(const BandedReport& report, QPrinter& printer)
         first = std::min(printer.fromPage() - 1, last);
         last = std::clamp(printer.toPage() - 1, first, last);
     }
+    const bool queued = printer.outputFormat() == QPrinter::NativeFormat;
+    if (queued) {
+        listings::queue::requireReady(printer.printerName());
+    }
     printer.setFullPage(true);
     const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
-    if (!paintPages(report, printer, first, last, copies) || printer.printerState() == QPrinter::Error) {
-        throw RuntimeError(482, u"La impresora %1 no aceptó la impresión."_s.arg(printer.printerName()));
+    const bool painted = paintPages(report, printer, first, last, copies) && printer.printerState() != QPrinter::Error;
+    const QString refusal = queued ? listings::queue::lastRefusal() : QString();
+    if (!painted || !refusal.isEmpty()) {
+        throw RuntimeError(
+            482, u"La impresora %1 no aceptó la impresión. %2"_s.arg(printer.printerName(), refusal).trimmed());
     }
 }
 

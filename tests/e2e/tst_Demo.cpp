@@ -95,6 +95,8 @@ void tst_Demo::theDemonstrationPlays_data()
     QTest::newRow("catalogs, 150 %") << u"catalogs.script"_s << u"1.5"_s << 9;
     QTest::newRow("levels, 100 %") << u"levels.script"_s << u"1"_s << 6;
     QTest::newRow("levels, 150 %") << u"levels.script"_s << u"1.5"_s << 6;
+    QTest::newRow("declarations, 100 %") << u"declarations.script"_s << u"1"_s << 7;
+    QTest::newRow("declarations, 150 %") << u"declarations.script"_s << u"1.5"_s << 7;
 }
 
 void tst_Demo::theDemonstrationPlays()
@@ -114,6 +116,10 @@ void tst_Demo::theDemonstrationPlays()
     for (const QString& name : names) {
         const QImage image(shots.filePath(name));
         QVERIFY2(!image.isNull() && !isBlank(image), qPrintable(name));
+    }
+    if (script == u"declarations.script") {
+        QFile report(shots.filePath(u"articulos.pdf"_s));
+        QVERIFY(report.open(QIODevice::ReadOnly) && report.readAll().startsWith("%PDF-"));
     }
     if (script != u"demo.script") {
         return;

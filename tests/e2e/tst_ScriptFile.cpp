@@ -54,6 +54,7 @@ void tst_ScriptFile::everyStepIsRead()
     QCOMPARE(only<step::Type>(u"type \"a b\""_s).text, u"a b"_s);
     QCOMPARE(only<step::Type>(u"type 12/3"_s).text, u"12/3"_s);
     QCOMPARE(only<step::Focus>(u"focus txtVEN"_s).name, u"txtVEN"_s);
+    QCOMPARE(only<step::File>(u"file \"un reporte.pdf\""_s).name, u"un reporte.pdf"_s);
     only<step::Clear>(u"clear"_s);
     const auto box = only<step::Box>(u"box exclamation \"Falta\""_s);
     QCOMPARE(box.icon, BoxIcon::Exclamation);
