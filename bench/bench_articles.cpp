@@ -49,22 +49,6 @@ void loadArticles(ConexionDB& db, int articles)
     sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
 }
 
-/// Steps through a query and reads its fields, each as what it is.
-void stepThrough(sqlite3_stmt* statement)
-{
-    const int columns = sqlite3_column_count(statement);
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        for (int column = 0; column < columns; ++column) {
-            if (sqlite3_column_type(statement, column) == SQLITE_TEXT) {
-                sink = sink + sqlite3_column_text(statement, column)[0];
-            } else {
-                sink = sink + sqlite3_column_double(statement, column);
-            }
-        }
-    }
-    sqlite3_reset(statement);
-}
-
 bool listing(const QString& url)
 {
     const auto db = connectStore(url);
@@ -89,7 +73,7 @@ bool listing(const QString& url)
                                              "= ?1 ORDER BY ARTITM, ARTSBT, rowid");
     const std::string number = declaration.toStdString();
     bench::bindText(statement.get(), 1, number);
-    const bench::Pair pair = bench::compare(7, ours, [&] { stepThrough(statement.get()); });
+    const bench::Pair pair = bench::compare(7, ours, [&] { sink = bench::readRows(statement.get()); });
     if (list->model()->rowCount() != listed) {
         std::fprintf(stderr, "%d rows\n", list->model()->rowCount());
         std::exit(2);

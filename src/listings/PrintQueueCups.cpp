@@ -18,6 +18,20 @@ struct FreeDestination
     void operator()(cups_dest_t* destination) const { cupsFreeDests(1, destination); }
 };
 
+struct CloseConnection
+{
+    void operator()(http_t* connection) const { httpClose(connection); }
+};
+
+/// Whether the spooler answers at all. The library says of every queue of a stopped one that it does not exist.
+bool isSpoolerThere()
+{
+    constexpr int patience = 5000; // milliseconds
+    const std::unique_ptr<http_t, CloseConnection> connection(
+        httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, patience, nullptr));
+    return connection != nullptr;
+}
+
 [[noreturn]] void refuse(const QString& deviceName, const QString& reason)
 {
     constexpr int printerError = 482;
@@ -37,7 +51,8 @@ void requireReady(const QString& deviceName)
     const std::unique_ptr<cups_dest_t, FreeDestination> destination(
         cupsGetNamedDest(CUPS_HTTP_DEFAULT, queueOf(deviceName).constData(), nullptr));
     if (!destination) {
-        refuse(deviceName, u"ya no está en el sistema."_s);
+        refuse(deviceName, isSpoolerThere() ? u"ya no está en el sistema."_s
+                                            : u"el servicio de impresión del sistema no responde."_s);
     }
     const auto option = [&destination](const char* name) {
         return QByteArray(cupsGetOption(name, destination->num_options, destination->options));

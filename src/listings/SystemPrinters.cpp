@@ -17,7 +17,27 @@ namespace {
 
 constexpr int printerError = 482;
 
-/// Lines of text, from the top of the sheet to its bottom.
+/// The width that every line of a listing fits in.
+constexpr int columns = 150;
+
+/// The font of a sheet: of 8 points, or as much smaller as the columns need.
+QFont fontFor(QPrinter& printer)
+{
+    QFont font;
+    font.setFamilies({u"Courier New"_s, u"Liberation Mono"_s});
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    constexpr double points = 8;
+    font.setPointSizeF(points);
+    const double width = QFontMetricsF(font, &printer).horizontalAdvance(QString(columns, u'0'));
+    if (width > printer.width()) {
+        font.setPointSizeF(points * printer.width() / width);
+    }
+    return font;
+}
+
+/// Lines of text, from the top of the sheet to its bottom. They are painted when the document is ended, since the print
+/// engine hands over whatever was begun, even after an abort.
 class TextDocument final : public PrintDocument
 {
 public:
@@ -28,51 +48,15 @@ public:
         if (landscape) {
             m_printer.setPageOrientation(QPageLayout::Landscape);
         }
-        if (!m_painter.begin(&m_printer)) {
-            throw RuntimeError(printerError, u"La impresora %1 no acepta documentos."_s.arg(info.printerName()));
-        }
-        constexpr int points = 8; // 150 characters fit the width of a landscape sheet
-        QFont font;
-        font.setFamilies({u"Courier New"_s, u"Liberation Mono"_s});
-        font.setStyleHint(QFont::TypeWriter);
-        font.setFixedPitch(true);
-        font.setPointSize(points);
-        m_painter.setFont(font);
     }
 
-    ~TextDocument() override
-    {
-        if (m_painter.isActive()) {
-            m_printer.abort();
-            m_painter.end();
-        }
-    }
-    TextDocument(const TextDocument&) = delete;
-    TextDocument& operator=(const TextDocument&) = delete;
+    void print(const QString& text) override { m_pages.last() += text.split(u"\r\n"_s); }
 
-    void print(const QString& text) override
-    {
-        const QFontMetricsF metrics(m_painter.font(), &m_printer);
-        for (const QStringView line : QStringView(text).split(u"\r\n")) {
-            if (m_top + metrics.lineSpacing() > m_printer.height()) {
-                newPage();
-            }
-            m_painter.drawText(QPointF(0, m_top + metrics.ascent()), line.toString());
-            m_top += metrics.lineSpacing();
-        }
-    }
-
-    void newPage() override
-    {
-        if (!m_printer.newPage()) {
-            throw RuntimeError(printerError, u"La impresora %1 dejó de imprimir."_s.arg(m_printer.printerName()));
-        }
-        m_top = 0;
-    }
+    void newPage() override { m_pages.append(QStringList()); }
 
     void end() override
     {
-        m_painter.end();
+        paint();
         const QString refusal = queue::lastRefusal();
         if (m_printer.printerState() == QPrinter::Error || !refusal.isEmpty()) {
             throw RuntimeError(printerError,
@@ -81,9 +65,43 @@ public:
     }
 
 private:
+    void paint()
+    {
+        QPainter painter;
+        if (!painter.begin(&m_printer)) {
+            throw RuntimeError(printerError, u"La impresora %1 no acepta documentos."_s.arg(m_printer.printerName()));
+        }
+        painter.setFont(fontFor(m_printer));
+        paintPage(painter, m_pages.first());
+        for (qsizetype page = 1; page < m_pages.size(); ++page) {
+            nextSheet();
+            paintPage(painter, m_pages.at(page));
+        }
+    }
+
+    void paintPage(QPainter& painter, const QStringList& lines)
+    {
+        const QFontMetricsF metrics(painter.font(), &m_printer);
+        double top = 0;
+        for (const QString& line : lines) {
+            if (!line.isEmpty() && top + metrics.lineSpacing() > m_printer.height()) { // no sheet for a blank line
+                nextSheet();
+                top = 0;
+            }
+            painter.drawText(QPointF(0, top + metrics.ascent()), line);
+            top += metrics.lineSpacing();
+        }
+    }
+
+    void nextSheet()
+    {
+        if (!m_printer.newPage()) {
+            throw RuntimeError(printerError, u"La impresora %1 dejó de imprimir."_s.arg(m_printer.printerName()));
+        }
+    }
+
     QPrinter m_printer;
-    QPainter m_painter;
-    double m_top = 0; ///< where the next line begins
+    QList<QStringList> m_pages{QStringList()};
 };
 
 } // namespace
@@ -106,6 +124,9 @@ std::unique_ptr<PrintDocument> SystemPrinters::begin(const QString& deviceName, 
 
 void SystemSpooler::send(const QString& deviceName, const QString& page)
 {
+    if (deviceName.isEmpty()) {
+        throw RuntimeError(printerError, u"El modo DOS necesita una impresora elegida de la lista."_s);
+    }
     queue::sendRaw(deviceName, u"Listado de descargas"_s, queue::toCodePage850(page));
 }
 
