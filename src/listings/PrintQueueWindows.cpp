@@ -103,9 +103,9 @@ QByteArray toCodePage850(const QString& text)
     constexpr UINT codePage = 850;
     const std::wstring wide = text.toStdWString();
     const auto length = static_cast<int>(wide.size());
-    const int size = WideCharToMultiByte(codePage, 0, wide.data(), length, nullptr, 0, "?", nullptr);
+    const int size = WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide.data(), length, nullptr, 0, "?", nullptr);
     QByteArray bytes(size, '\0');
-    WideCharToMultiByte(codePage, 0, wide.data(), length, bytes.data(), size, "?", nullptr);
+    WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide.data(), length, bytes.data(), size, "?", nullptr);
     return bytes;
 }
 
