@@ -71,7 +71,7 @@ QStringList texts(const ListModel& model)
 
 } // namespace
 
-class tst_ListModel : public QObject
+class tst_ListRowLimit : public QObject
 {
     Q_OBJECT
 
@@ -88,7 +88,7 @@ private Q_SLOTS:
     void failingRowLeavesTheRowsBefore();
 };
 
-void tst_ListModel::takesAtMostTheRowsAskedFor_data()
+void tst_ListRowLimit::takesAtMostTheRowsAskedFor_data()
 {
     QTest::addColumn<bool>("inMemory");
     QTest::addColumn<int>("rows");
@@ -108,7 +108,7 @@ void tst_ListModel::takesAtMostTheRowsAskedFor_data()
     }
 }
 
-void tst_ListModel::takesAtMostTheRowsAskedFor()
+void tst_ListRowLimit::takesAtMostTheRowsAskedFor()
 {
     QFETCH(const bool, inMemory);
     QFETCH(const int, rows);
@@ -125,7 +125,7 @@ void tst_ListModel::takesAtMostTheRowsAskedFor()
     QCOMPARE(texts(model), expected);
 }
 
-void tst_ListModel::rowsInMemoryAreReadWhenTheyAreNeeded()
+void tst_ListRowLimit::rowsInMemoryAreReadWhenTheyAreNeeded()
 {
     Reads reads;
     ListModel model({{u"N"_s}});
@@ -138,7 +138,7 @@ void tst_ListModel::rowsInMemoryAreReadWhenTheyAreNeeded()
     QCOMPARE(reads.values, 10);
 }
 
-void tst_ListModel::rowsPastTheLimitAreNeverRead()
+void tst_ListRowLimit::rowsPastTheLimitAreNeverRead()
 {
     for (const bool inMemory : {false, true}) {
         Reads reads;
@@ -149,7 +149,7 @@ void tst_ListModel::rowsPastTheLimitAreNeverRead()
     }
 }
 
-void tst_ListModel::recordsGoWithTheirLastRow_data()
+void tst_ListRowLimit::recordsGoWithTheirLastRow_data()
 {
     QTest::addColumn<qsizetype>("most");
     QTest::addColumn<int>("shown");
@@ -158,7 +158,7 @@ void tst_ListModel::recordsGoWithTheirLastRow_data()
     QTest::newRow("one row") << qsizetype{1} << 1;
 }
 
-void tst_ListModel::recordsGoWithTheirLastRow()
+void tst_ListRowLimit::recordsGoWithTheirLastRow()
 {
     QFETCH(const qsizetype, most);
     QFETCH(const int, shown);
@@ -170,7 +170,7 @@ void tst_ListModel::recordsGoWithTheirLastRow()
     QVERIFY(!reads.alive);
 }
 
-void tst_ListModel::rowsAppendedLaterStandBehindThoseWithinTheLimit()
+void tst_ListRowLimit::rowsAppendedLaterStandBehindThoseWithinTheLimit()
 {
     Reads first;
     Reads second;
@@ -182,7 +182,7 @@ void tst_ListModel::rowsAppendedLaterStandBehindThoseWithinTheLimit()
     QCOMPARE(texts(model), (QStringList{u"antes"_s, u"0"_s, u"1"_s, u"0"_s, u"1"_s, u"2"_s, u"después"_s}));
 }
 
-void tst_ListModel::removedRowsDoNotCountAgainstTheLimit()
+void tst_ListRowLimit::removedRowsDoNotCountAgainstTheLimit()
 {
     Reads reads;
     ListModel model({{u"N"_s}});
@@ -192,7 +192,7 @@ void tst_ListModel::removedRowsDoNotCountAgainstTheLimit()
     QCOMPARE(reads.values, 4);
 }
 
-void tst_ListModel::sortingReadsNoMoreThanTheLimit()
+void tst_ListRowLimit::sortingReadsNoMoreThanTheLimit()
 {
     Reads reads;
     ListModel model({{u"N"_s}});
@@ -204,7 +204,7 @@ void tst_ListModel::sortingReadsNoMoreThanTheLimit()
     QVERIFY(!reads.alive);
 }
 
-void tst_ListModel::failingRowLeavesTheRowsBefore()
+void tst_ListRowLimit::failingRowLeavesTheRowsBefore()
 {
     Reads reads;
     ListModel model({{u"N"_s}});
@@ -219,5 +219,5 @@ void tst_ListModel::failingRowLeavesTheRowsBefore()
     QCOMPARE(texts(model), (QStringList{u"0"_s, u"1"_s}));
 }
 
-QTEST_MAIN(tst_ListModel)
-#include "tst_ListModel.moc"
+QTEST_MAIN(tst_ListRowLimit)
+#include "tst_ListRowLimit.moc"
