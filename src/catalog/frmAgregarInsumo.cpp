@@ -22,7 +22,6 @@ namespace {
 
 using core::quoted;
 
-constexpr int ApplicationError = -2147221504;
 constexpr QStringView QuantityMask = u"00.00000000";
 constexpr QStringView PercentageMask = u"00.00000";
 
@@ -244,7 +243,7 @@ double frmAgregarInsumo::countRelations() const
                               u" and PRDNRO = "_s + quoted(state.currentProduct);
     std::unique_ptr<Recordset> count;
     if (!core::AbrirRecordset(*state.g_DBINS, statement, count) && !count) {
-        throw RuntimeError(ApplicationError, u"No se genero el recordset"_s);
+        throw RuntimeError(core::ApplicationError, u"No se genero el recordset"_s);
     }
     return runtime::toNumber(count->value(u"CANTIDAD"));
 }

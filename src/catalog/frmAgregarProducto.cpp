@@ -33,7 +33,6 @@ namespace {
 using core::quoted;
 using runtime::toText;
 
-constexpr int ApplicationError = -2147221504;
 constexpr QStringView PriceMask = u"00.0000";
 constexpr QStringView WeightMask = u"00.000";
 constexpr QStringView MultiplierMask = u"00.000";
@@ -239,13 +238,13 @@ void frmAgregarProducto::lp_InsumosLista(const QString& product, const QString& 
         const controls::BusyPointer busy;
         const controls::FillScope fill(*lstVInsumos);
         lstVInsumos->clear();
-        lstVInsumos->append(rowsOf(*component().state.g_DBINS,
-                                   u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s + quoted(product) +
-                                       u" and CATNRO = "_s + quoted(catalog)),
-                            [](const Recordset& input) -> controls::ListRow {
-                                return {{toText(input.value(u"ARTNRO")), toText(input.value(u"RPADES")),
-                                         runtime::Format(input.value(u"RIPCAN"), QuantityMask)}};
-                            });
+        lstVInsumos->append(
+            rowsOf(*component().state.g_DBINS, u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s +
+                                                   quoted(product) + u" and CATNRO = "_s + quoted(catalog)),
+            [](const Recordset& input) -> controls::ListRow {
+                return {{toText(input.value(u"ARTNRO")), toText(input.value(u"RPADES")),
+                         runtime::Format(input.value(u"RIPCAN"), QuantityMask)}};
+            });
     });
 }
 
@@ -430,7 +429,7 @@ double frmAgregarProducto::countProducts(const QString& code) const
                               quoted(state.currentCatalog) + u" and PRDNRO = "_s + quoted(code);
     std::unique_ptr<Recordset> count;
     if (!core::AbrirRecordset(*state.g_DBINS, statement, count) && !count) {
-        throw RuntimeError(ApplicationError, u"Error en crear registros"_s, u"CrearCountPRDNRO"_s);
+        throw RuntimeError(core::ApplicationError, u"Error en crear registros"_s, u"CrearCountPRDNRO"_s);
     }
     return runtime::toNumber(count->value(u"total"));
 }

@@ -11,6 +11,9 @@
 
 namespace oVELDRA::core {
 
+/// The number of the errors that the rules raise themselves, with a description of their own.
+inline constexpr int ApplicationError = -2147221504;
+
 /// The text of an error box. A location that starts with " - " puts the description first and the number before the
 /// location; any other puts "number - description" first. The location itself is shown as it stands.
 [[nodiscard]] QString errorText(const RuntimeError& error, QStringView location);

@@ -1,14 +1,8 @@
+#include "catalog/CatalogFormTest.h"
+#include "catalog/EditorChecks.h"
 #include "catalog/InputsStore.h"
-#include "controls/OpenForm.h"
-#include "doubles/FakeConexionDB.h"
-#include "doubles/TestComponent.h"
 
 #include <catalog/frmABMCatalogo.h>
-#include <controls/OleColor.h>
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
@@ -20,15 +14,11 @@ namespace {
 
 const QStringList columns{u"CATNRO"_s, u"CATDES"_s};
 
-/// The dialog over a connection that answers from a script, told to add unless a test says otherwise.
-struct Fixture
+/// The dialog, told to add unless a test says otherwise.
+struct Fixture : FormFixture<frmABMCatalogo>
 {
-    Fixture() { component.state.g_DBINS.assign(inputs); }
-
-    [[nodiscard]] QLineEdit& code() const { return *form.findChild<QLineEdit*>(u"txtCATNRO"_s); }
-    [[nodiscard]] QLineEdit& description() const { return *form.findChild<QLineEdit*>(u"txtCATDES"_s); }
-    [[nodiscard]] core::SharedState& state() { return component.state; }
-    [[nodiscard]] QList<RecordedPrompts::Box> boxes() const { return component.prompts.boxes(); }
+    [[nodiscard]] QLineEdit& code() const { return text(u"txtCATNRO"_s); }
+    [[nodiscard]] QLineEdit& description() const { return text(u"txtCATDES"_s); }
 
     void modify(const QString& catalog)
     {
@@ -43,27 +33,15 @@ struct Fixture
         pressKey(Qt::Key_Return);
         typeText(description);
     }
-
-    std::shared_ptr<FakeConexionDB> inputs = std::make_shared<FakeConexionDB>();
-    TestComponent component;
-    frmABMCatalogo form{component};
 };
-
-RecordedPrompts::Box critical(const QString& text)
-{
-    return {text, core::CriticalBox, {}};
-}
 
 } // namespace
 
-class tst_frmABMCatalogo : public QObject
+class tst_frmABMCatalogo : public CatalogFormTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void controlsHaveTheirNamesAndTexts();
     void addingStartsEmptyWithoutAStatement();
     void enterWalksTheTextBoxesWithTheirColors();
@@ -95,16 +73,6 @@ private Q_SLOTS:
     void storedCatalogIsAddedAndModified();
 };
 
-void tst_frmABMCatalogo::init()
-{
-    QLocale::setDefault(QLocale(u"es_AR"_s));
-}
-
-void tst_frmABMCatalogo::cleanup()
-{
-    QLocale::setDefault(QLocale::c());
-}
-
 // --- the screen ---
 
 void tst_frmABMCatalogo::controlsHaveTheirNamesAndTexts()
@@ -113,14 +81,8 @@ void tst_frmABMCatalogo::controlsHaveTheirNamesAndTexts()
     QCOMPARE(fixture.form.objectName(), u"frmABMCatalogo"_s);
     QCOMPARE(fixture.code().accessibleName(), u"Codigo Catalogo"_s);
     QCOMPARE(fixture.description().accessibleName(), u"Descripción"_s);
-    const auto* hint = fixture.form.findChild<QLabel*>(u"Label4"_s);
-    QVERIFY(hint != nullptr);
-    QCOMPARE(hint->text(), u"[F11] Grabar - [ESC] Salir"_s);
-    QStringList labels;
-    const auto all = fixture.form.findChildren<QLabel*>();
-    for (const QLabel* label : all) {
-        labels.append(label->text());
-    }
+    QCOMPARE(fixture.label(u"Label4"_s).text(), u"[F11] Grabar - [ESC] Salir"_s);
+    const QStringList labels = fixture.labelTexts();
     QVERIFY(labels.contains(u"Altas y Modificación de Catalogos"));
     QVERIFY(labels.contains(u"Codigo Catalogo"));
     QVERIFY(labels.contains(u"Descripción"));
@@ -143,10 +105,8 @@ void tst_frmABMCatalogo::enterWalksTheTextBoxesWithTheirColors()
 {
     Fixture fixture;
     QVERIFY(whileOpen(fixture.form, [&fixture] {
-        QCOMPARE(fixture.code().palette().color(QPalette::Base), colorFromOle(12648384));
-        pressKey(Qt::Key_Return);
+        checkEnterLeaves(fixture.code());
         QVERIFY(fixture.description().hasFocus());
-        QCOMPARE(fixture.code().palette().color(QPalette::Base), colorFromOle(16777215));
         QCOMPARE(fixture.description().palette().color(QPalette::Base), colorFromOle(12648384));
     }));
 }
@@ -208,8 +168,7 @@ void tst_frmABMCatalogo::addWithoutCodeTellsAndWritesNothing()
         QVERIFY(fixture.description().hasFocus());
         QCOMPARE(fixture.description().text(), u"Autos"_s);
     }));
-    const RecordedPrompts::Box box{u"Debe ingresar Código de catálogo"_s, core::ExclamationBox, {}};
-    QCOMPARE(fixture.boxes(), QList{box});
+    QCOMPARE(fixture.boxes(), QList{box(u"Debe ingresar Código de catálogo"_s, core::ExclamationBox)});
     QVERIFY(fixture.inputs->events().isEmpty());
     QVERIFY(!fixture.state().catalogSaved);
 }

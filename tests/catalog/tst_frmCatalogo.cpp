@@ -1,16 +1,12 @@
+#include "catalog/CatalogFormTest.h"
 #include "catalog/InputsStore.h"
+#include "catalog/ListFormChecks.h"
 #include "catalog/NextDialog.h"
-#include "doubles/FakeConexionDB.h"
-#include "doubles/TestComponent.h"
+#include "controls/ListContents.h"
 
 #include <catalog/frmCatalogo.h>
-#include <controls/ListView.h>
 
 #include <QGuiApplication>
-#include <QIcon>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
@@ -22,34 +18,24 @@ namespace {
 
 const QStringList columns{u"CATNRO"_s, u"CATDES"_s};
 const QString load = u"select * from CAT order by CATDES"_s;
-const QString question = u"Confirma eliminar el catalogo B1 y todos sus articulos"_s;
 const QString deleteProducts = u"delete from PRD where CATNRO = 'B1'"_s;
 const QString deleteCatalog = u"delete from CAT where CATNRO = 'B1'"_s;
+const Deletion deletion{load, u"Confirma eliminar el catalogo B1 y todos sus articulos"_s, deleteProducts,
+                        deleteCatalog, u"Sección [oVELDRA.frmCatalogo.lp_Modificar_Eliminar]"_s};
 
-RecordedPrompts::Box critical(const QString& text)
+/// The list, with another catalog current than those that it shows.
+struct Fixture : FormFixture<frmCatalogo>
 {
-    return {text, core::CriticalBox, {}};
-}
+    Fixture() { state().currentCatalog = u"ANTES"_s; }
 
-/// The list over a connection that answers from a script.
-struct Fixture
-{
-    Fixture()
-    {
-        component.state.g_DBINS.assign(inputs);
-        component.state.currentCatalog = u"ANTES"_s;
-    }
-
-    [[nodiscard]] ListView& list() const { return *static_cast<ListView*>(form.findChild<QTreeView*>(u"LstvCat"_s)); }
-    [[nodiscard]] core::SharedState& state() { return component.state; }
-    [[nodiscard]] QList<RecordedPrompts::Box> boxes() const { return component.prompts.boxes(); }
+    [[nodiscard]] ListView& list() const { return listView(u"LstvCat"_s); }
 
     /// The shown rows, cells joined by "|".
     [[nodiscard]] QStringList rows() const
     {
         QStringList rows;
         for (int row = 0; row < list().rowCount(); ++row) {
-            rows.append(list().text(row, 0) + u'|' + list().text(row, 1));
+            rows.append(rowTexts(list(), row).join(u'|'));
         }
         return rows;
     }
@@ -57,10 +43,6 @@ struct Fixture
     void willList(const QList<FakeConexionDB::Row>& rows) const { inputs->willGiveRows(load, columns, rows); }
     /// In description order, which is not the order of the codes.
     void willListTwo() const { willList({{u"B1"_s, u"Autos"_s}, {u"A1"_s, u"Barcos"_s}}); }
-
-    std::shared_ptr<FakeConexionDB> inputs = std::make_shared<FakeConexionDB>();
-    TestComponent component;
-    frmCatalogo form{component};
 };
 
 QLineEdit& textBox(const Form& form, const QString& name)
@@ -70,14 +52,11 @@ QLineEdit& textBox(const Form& form, const QString& name)
 
 } // namespace
 
-class tst_frmCatalogo : public QObject
+class tst_frmCatalogo : public CatalogFormTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void controlsHaveTheirNamesTitlesAndTexts();
     void everyRowCarriesTheImage();
 
@@ -118,31 +97,15 @@ private Q_SLOTS:
     void codeWithApostropheIsReportedAndDeletesNothing();
 };
 
-void tst_frmCatalogo::init()
-{
-    QLocale::setDefault(QLocale(u"es_AR"_s));
-}
-
-void tst_frmCatalogo::cleanup()
-{
-    QLocale::setDefault(QLocale::c());
-}
-
 // --- the screen ---
 
 void tst_frmCatalogo::controlsHaveTheirNamesTitlesAndTexts()
 {
     const Fixture fixture;
     QCOMPARE(fixture.form.objectName(), u"frmCatalogo"_s);
-    const auto* title = fixture.form.findChild<QLabel*>(u"Label2"_s);
-    QVERIFY(title != nullptr);
-    QCOMPARE(title->text(), u"Catalogos"_s);
-    QCOMPARE(fixture.list().accessibleName(), title->text());
-    QStringList titles;
-    for (int column = 0; column < fixture.list().model()->columnCount(); ++column) {
-        titles.append(fixture.list().model()->headerData(column, Qt::Horizontal).toString());
-    }
-    QCOMPARE(titles, (QStringList{u"Codigo"_s, u"Descripcion"_s}));
+    QCOMPARE(fixture.label(u"Label2"_s).text(), u"Catalogos"_s);
+    QCOMPARE(fixture.list().accessibleName(), u"Catalogos"_s);
+    QCOMPARE(columnTitles(fixture.list()), (QStringList{u"Codigo"_s, u"Descripcion"_s}));
 }
 
 void tst_frmCatalogo::everyRowCarriesTheImage()
@@ -150,11 +113,8 @@ void tst_frmCatalogo::everyRowCarriesTheImage()
     Fixture fixture;
     fixture.willListTwo();
     fixture.form.lp_Cargar_Catalogo();
-    for (int row = 0; row < 2; ++row) {
-        const QModelIndex code = fixture.list().model()->index(row, 0);
-        QVERIFY(!code.data(Qt::DecorationRole).value<QIcon>().isNull());
-        QVERIFY(!code.siblingAtColumn(1).data(Qt::DecorationRole).isValid());
-    }
+    QCOMPARE(fixture.list().rowCount(), 2);
+    checkRowImages(fixture.list());
 }
 
 // --- loading ---
@@ -495,69 +455,33 @@ void tst_frmCatalogo::focusIsBackOnTheListAfterTheDialog()
 void tst_frmCatalogo::deleteAsksAndNoDeletesNothing()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.component.prompts.willAnswer(core::AnswerNo);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    const RecordedPrompts::Box box{question, core::QuestionBox, {}};
-    QCOMPARE(fixture.boxes(), QList{box});
-    QCOMPARE(fixture.inputs->events(), QStringList{load});
+    checkNoDeletesNothing(fixture, deletion);
 }
 
 void tst_frmCatalogo::deleteRunsBothStatementsInOneBurstAfterTheQuestion()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QStringList atTheQuestion;
-    fixture.component.prompts.whileShown = [&] { atTheQuestion = fixture.inputs->events(); };
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(atTheQuestion, QStringList{load});
-    QCOMPARE(fixture.inputs->events(),
-             (QStringList{load, u"<begin>"_s, deleteProducts, deleteCatalog, u"<commit>"_s, load}));
-    QCOMPARE(fixture.inputs->commits(), 1);
-    QCOMPARE(fixture.boxes().size(), 1);
+    checkYesDeletesInOneBurstAndReloads(fixture, deletion);
 }
 
 void tst_frmCatalogo::deleteOfNoCatalogDoesNotReload()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(deleteProducts, 3);
-    fixture.inputs->willAffect(deleteCatalog, 0);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(fixture.inputs->events(), (QStringList{load, u"<begin>"_s, deleteProducts, deleteCatalog, u"<commit>"_s}));
-    QCOMPARE(fixture.list().rowCount(), 2);
+    checkRowThatIsGoneIsNoReload(fixture, deletion);
 }
 
 void tst_frmCatalogo::failureWhileDeletingIsReported_data()
 {
-    QTest::addColumn<int>("failing");
     QTest::addColumn<QStringList>("statements");
-    QTest::newRow("products") << 1 << QStringList{deleteProducts};
-    QTest::newRow("catalog") << 2 << QStringList{deleteProducts, deleteCatalog};
+    QTest::newRow("products") << QStringList{deleteProducts};
+    QTest::newRow("catalog") << QStringList{deleteProducts, deleteCatalog};
 }
 
 void tst_frmCatalogo::failureWhileDeletingIsReported()
 {
-    QFETCH(const int, failing);
     QFETCH(const QStringList, statements);
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    bool burstWasOpen = true;
-    QVERIFY(whileOpen(fixture.form, [&] {
-        fixture.inputs->failStatement(failing, RuntimeError(-2147467259, u"Bloqueada."_s));
-        fixture.component.prompts.whileShown = [&] { burstWasOpen = fixture.inputs->burstIsOpen(); };
-        pressKey(Qt::Key_Delete);
-        QCOMPARE(fixture.list().rowCount(), 2);
-    }));
-    QVERIFY(!burstWasOpen);
-    QCOMPARE(fixture.inputs->events(), QStringList({load, u"<begin>"_s}) + statements + QStringList{u"<end>"_s});
-    QCOMPARE(fixture.boxes().mid(1),
-             QList{critical(u"-2147467259 - Bloqueada.\r\n\r\nSección [oVELDRA.frmCatalogo.lp_Modificar_Eliminar]"_s)});
+    checkDeletionFailure(fixture, deletion, statements);
 }
 
 void tst_frmCatalogo::failedFirstDeleteLeavesTheCatalog()
@@ -575,14 +499,7 @@ void tst_frmCatalogo::failedFirstDeleteLeavesTheCatalog()
 void tst_frmCatalogo::failureAtCommitIsReportedWithoutReload()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.inputs->failCommit(RuntimeError(-2147467259, u"Disco lleno."_s));
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(fixture.inputs->commits(), 0);
-    QCOMPARE(fixture.inputs->statements().size(), 3);
-    QVERIFY(fixture.boxes().constLast().text.startsWith(u"-2147467259 - Disco lleno."));
+    checkDeletionFailureAtCommit(fixture);
 }
 
 void tst_frmCatalogo::deleteLeavesTheCurrentCatalogAsItWas()

@@ -1,15 +1,11 @@
+#include "catalog/CatalogFormTest.h"
+#include "catalog/FormFixture.h"
 #include "catalog/InputsStore.h"
-#include "controls/OpenForm.h"
-#include "doubles/FakeConexionDB.h"
-#include "doubles/TestComponent.h"
 
 #include <catalog/frmCopiar.h>
 
 #include <QComboBox>
 #include <QGuiApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
@@ -31,29 +27,19 @@ QStringList items(const QComboBox& combo)
     return items;
 }
 
-/// The dialog over a connection that answers from a script, opened for a product of catalog A1.
-struct Fixture
+/// The dialog, opened for a product of catalog A1.
+struct Fixture : FormFixture<frmCopiar>
 {
-    Fixture()
-    {
-        component.state.g_DBINS.assign(inputs);
-        form.setOrigin(u"A1"_s, u"P-1"_s);
-    }
+    Fixture() { form.setOrigin(u"A1"_s, u"P-1"_s); }
 
     [[nodiscard]] QComboBox& names() const { return *form.findChild<QComboBox*>(u"cboCATNOM"_s); }
     [[nodiscard]] QComboBox& codes() const { return *form.findChild<QComboBox*>(u"cboCATNRO"_s); }
-    [[nodiscard]] QLineEdit& product() const { return *form.findChild<QLineEdit*>(u"txtPRDNRO"_s); }
-    [[nodiscard]] QLabel& label(const QString& name) const { return *form.findChild<QLabel*>(name); }
-    [[nodiscard]] QList<RecordedPrompts::Box> boxes() const { return component.prompts.boxes(); }
+    [[nodiscard]] QLineEdit& product() const { return text(u"txtPRDNRO"_s); }
 
     void willListThree() const
     {
         inputs->willGiveRows(load, columns, {{u"B1"_s, u"Autos"_s}, {u"A1"_s, u"Barcos"_s}, {u"C1"_s, u"Trenes"_s}});
     }
-
-    std::shared_ptr<FakeConexionDB> inputs = std::make_shared<FakeConexionDB>();
-    TestComponent component;
-    frmCopiar form{component};
 };
 
 /// Another window takes the focus and gives it back.
@@ -70,14 +56,11 @@ void visitAnotherWindow(QWidget& form)
 
 } // namespace
 
-class tst_frmCopiar : public QObject
+class tst_frmCopiar : public CatalogFormTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void controlsHaveTheirNamesAndTexts();
     void openingShowsTheOriginAndTheCatalogs();
     void storedCatalogsComeInDescriptionOrderWithTheirCodes();
@@ -98,16 +81,6 @@ private Q_SLOTS:
     void originWithMarkupIsPlainText();
 };
 
-void tst_frmCopiar::init()
-{
-    QLocale::setDefault(QLocale(u"es_AR"_s));
-}
-
-void tst_frmCopiar::cleanup()
-{
-    QLocale::setDefault(QLocale::c());
-}
-
 void tst_frmCopiar::controlsHaveTheirNamesAndTexts()
 {
     const Fixture fixture;
@@ -120,11 +93,7 @@ void tst_frmCopiar::controlsHaveTheirNamesAndTexts()
     QCOMPARE(fixture.label(u"lbPRDNRO"_s).accessibleName(), u"Producto"_s);
     QCOMPARE(fixture.names().accessibleName(), u"Catalogo"_s);
     QCOMPARE(fixture.product().accessibleName(), u"Producto"_s);
-    QStringList labels;
-    const auto all = fixture.form.findChildren<QLabel*>();
-    for (const QLabel* label : all) {
-        labels.append(label->text());
-    }
+    const QStringList labels = fixture.labelTexts();
     QCOMPARE(labels.count(u"Catalogo"_s), 2);
     QCOMPARE(labels.count(u"Producto"_s), 2);
 }
@@ -285,9 +254,8 @@ void tst_frmCopiar::catalogsThatCannotBeReadAreReported()
         QCOMPARE(fixture.label(u"lbPRDNRO"_s).text(), u"P-1"_s);
         QCOMPARE(fixture.names().count(), 0);
     }));
-    const RecordedPrompts::Box box{
-        u"No está la tabla CAT.\r\n\r\n-2147217865 - seccion[oVELDRA.frmCopiar_Activate]"_s, core::CriticalBox, {}};
-    QCOMPARE(fixture.boxes(), QList{box});
+    QCOMPARE(fixture.boxes(),
+             QList{critical(u"No está la tabla CAT.\r\n\r\n-2147217865 - seccion[oVELDRA.frmCopiar_Activate]"_s)});
     QVERIFY(!busy);
 }
 

@@ -1,19 +1,14 @@
+#include "catalog/CatalogFormTest.h"
 #include "catalog/InputsStore.h"
+#include "catalog/ListFormChecks.h"
 #include "catalog/NextDialog.h"
-#include "doubles/FakeConexionDB.h"
-#include "doubles/TestComponent.h"
+#include "controls/ListContents.h"
 
 #include <catalog/frmProducto.h>
-#include <controls/ListView.h>
 
 #include <QComboBox>
 #include <QGuiApplication>
-#include <QHeaderView>
-#include <QIcon>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScopeGuard>
-#include <QTest>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -33,10 +28,8 @@ const QString deleteRelations = u"delete from RIP where CATNRO = 'A1' and PRDNRO
 const QString deleteProduct = u"delete from PRD where CATNRO = 'A1' and PRDNRO = 'P1'"_s;
 const QString none = u"(No hay catalogo seleccionado)"_s;
 
-RecordedPrompts::Box critical(const QString& text)
-{
-    return {text, core::CriticalBox, {}};
-}
+const Deletion deletion{load, u"Confirma eliminar el producto P1"_s, deleteRelations, deleteProduct,
+                        u"Sección [oVELDRA.frmProducto.EliminarProducto]"_s};
 
 /// Stands in for a dialog that the product list opens.
 class FakeDialog final : public core::Screen
@@ -49,42 +42,31 @@ private:
     const std::function<void()>& m_whileShown;
 };
 
-/// The list over a connection that answers from a script, on catalog A1. Its dialogs note that they were opened and do
-/// what a test says.
-struct Fixture
+/// The dialogs that the list opens. They note that they were made, and do what a test says.
+struct FakeDialogs
 {
-    Fixture()
-    {
-        component.state.g_DBINS.assign(inputs);
-        component.state.currentCatalog = u"A1"_s;
-    }
+    int catalogListsMade = 0;
+    int editorsMade = 0;
+    std::function<void()> inCatalogList = [] { QFAIL("the catalog list was opened"); };
+    std::function<void()> inEditor = [] { QFAIL("the editor was opened"); };
+    ProductDialogs dialogs{[this](core::Component&) {
+                               ++catalogListsMade;
+                               return std::make_unique<FakeDialog>(inCatalogList);
+                           },
+                           [this](core::Component&) {
+                               ++editorsMade;
+                               return std::make_unique<FakeDialog>(inEditor);
+                           }};
+};
 
-    [[nodiscard]] ProductDialogs dialogs()
-    {
-        return {[this](core::Component&) {
-                    ++catalogListsMade;
-                    return std::make_unique<FakeDialog>(inCatalogList);
-                },
-                [this](core::Component&) {
-                    ++editorsMade;
-                    return std::make_unique<FakeDialog>(inEditor);
-                }};
-    }
+/// The list, on catalog A1.
+struct Fixture : FakeDialogs, FormFixture<frmProducto>
+{
+    Fixture() : FormFixture(FakeDialogs::dialogs) { state().currentCatalog = u"A1"_s; }
 
-    [[nodiscard]] ListView& list() const { return *static_cast<ListView*>(form.findChild<QTreeView*>(u"lstV"_s)); }
-    [[nodiscard]] QLabel& label(const QString& name) const { return *form.findChild<QLabel*>(name); }
+    [[nodiscard]] ListView& list() const { return listView(u"lstV"_s); }
     [[nodiscard]] QString catalog() const { return label(u"lbCatalogo"_s).text(); }
-    [[nodiscard]] core::SharedState& state() { return component.state; }
-    [[nodiscard]] QList<RecordedPrompts::Box> boxes() const { return component.prompts.boxes(); }
-
-    [[nodiscard]] QStringList column(int column) const
-    {
-        QStringList texts;
-        for (int row = 0; row < list().rowCount(); ++row) {
-            texts.append(list().text(row, column));
-        }
-        return texts;
-    }
+    [[nodiscard]] QStringList column(int column) const { return columnTexts(list(), column); }
 
     void willList(const QString& statement, const QStringList& codes) const
     {
@@ -95,33 +77,15 @@ struct Fixture
         inputs->willGiveRows(statement, columns, rows);
     }
     void willListTwo() const { willList(load, {u"P1"_s, u"P2"_s}); }
-
-    std::shared_ptr<FakeConexionDB> inputs = std::make_shared<FakeConexionDB>();
-    TestComponent component;
-    int catalogListsMade = 0;
-    int editorsMade = 0;
-    std::function<void()> inCatalogList = [] { QFAIL("the catalog list was opened"); };
-    std::function<void()> inEditor = [] { QFAIL("the editor was opened"); };
-    frmProducto form{component, dialogs()};
 };
-
-void clickTitle(ListView& list, int column)
-{
-    QHeaderView& header = *list.header();
-    QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
-                      QPoint(header.sectionViewportPosition(column) + 5, header.height() / 2));
-}
 
 } // namespace
 
-class tst_frmProducto : public QObject
+class tst_frmProducto : public CatalogFormTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void controlsHaveTheirNamesTitlesAndTexts();
     void everyRowCarriesTheImage();
 
@@ -142,7 +106,7 @@ private Q_SLOTS:
     void f11ThatLeavesNoCatalogEmptiesTheList();
     void catalogListIsMadeOnceAndKept();
     void realCatalogListInsertThenEscapeLeavesNoCatalog();
-    void formStandsOnItsOwnAfterTheCatalogListOfItsLoad();
+    void formStandsOverTheHostAfterTheCatalogListOfItsLoad();
 
     void enterHandsTheProductOverAndCloses_data();
     void enterHandsTheProductOverAndCloses();
@@ -181,16 +145,6 @@ private Q_SLOTS:
     void listKeysBelongToTheListOnly();
 };
 
-void tst_frmProducto::init()
-{
-    QLocale::setDefault(QLocale(u"es_AR"_s));
-}
-
-void tst_frmProducto::cleanup()
-{
-    QLocale::setDefault(QLocale::c());
-}
-
 // --- the screen ---
 
 void tst_frmProducto::controlsHaveTheirNamesTitlesAndTexts()
@@ -203,11 +157,7 @@ void tst_frmProducto::controlsHaveTheirNamesTitlesAndTexts()
              u"[ENTER] Seleccionar - [INS] Agregar - [F6] Modificar - [DEL] Borrar"_s);
     QCOMPARE(fixture.label(u"lbCatalogo"_s).accessibleName(), u"Catálogo"_s);
     QCOMPARE(fixture.label(u"lbCatalogo"_s).textFormat(), Qt::PlainText);
-    QStringList titles;
-    for (int column = 0; column < fixture.list().model()->columnCount(); ++column) {
-        titles.append(fixture.list().model()->headerData(column, Qt::Horizontal).toString());
-    }
-    QCOMPARE(titles, (QStringList{u"Codigo"_s, u"Descripción"_s, u"Posición"_s, u"Pais"_s}));
+    QCOMPARE(columnTitles(fixture.list()), (QStringList{u"Codigo"_s, u"Descripción"_s, u"Posición"_s, u"Pais"_s}));
 }
 
 void tst_frmProducto::everyRowCarriesTheImage()
@@ -215,11 +165,8 @@ void tst_frmProducto::everyRowCarriesTheImage()
     Fixture fixture;
     fixture.willListTwo();
     fixture.form.lp_Cargar_Producto(false);
-    for (int row = 0; row < 2; ++row) {
-        const QModelIndex code = fixture.list().model()->index(row, 0);
-        QVERIFY(!code.data(Qt::DecorationRole).value<QIcon>().isNull());
-        QVERIFY(!code.siblingAtColumn(1).data(Qt::DecorationRole).isValid());
-    }
+    QCOMPARE(fixture.list().rowCount(), 2);
+    checkRowImages(fixture.list());
 }
 
 // --- loading ---
@@ -459,7 +406,7 @@ void tst_frmProducto::realCatalogListInsertThenEscapeLeavesNoCatalog()
     InputsStore store(fixture.state());
     store.addCatalog(u"A1"_s, u"Autos"_s);
     store.addProduct(u"A1"_s, u"P1"_s, u"uno"_s);
-    ProductDialogs dialogs = fixture.dialogs();
+    ProductDialogs dialogs = fixture.dialogs;
     dialogs.catalogList = ProductDialogs().catalogList;
     frmProducto form(fixture.component, std::move(dialogs));
     QVERIFY(whileOpen(form, [&form] {
@@ -482,13 +429,13 @@ void tst_frmProducto::realCatalogListInsertThenEscapeLeavesNoCatalog()
     QVERIFY(fixture.boxes().isEmpty());
 }
 
-void tst_frmProducto::formStandsOnItsOwnAfterTheCatalogListOfItsLoad()
+void tst_frmProducto::formStandsOverTheHostAfterTheCatalogListOfItsLoad()
 {
     Fixture fixture;
     InputsStore store(fixture.state());
     store.addCatalog(u"A1"_s, u"Autos"_s);
     fixture.state().currentCatalog.clear();
-    ProductDialogs dialogs = fixture.dialogs();
+    ProductDialogs dialogs = fixture.dialogs;
     dialogs.catalogList = ProductDialogs().catalogList;
     frmProducto form(fixture.component, std::move(dialogs));
 
@@ -502,8 +449,8 @@ void tst_frmProducto::formStandsOnItsOwnAfterTheCatalogListOfItsLoad()
         QTimer::singleShot(0, &form, [&] {
             const auto closed = qScopeGuard([&form] { form.unload(); });
             QTRY_COMPARE(QApplication::activeWindow(), &form);
-            // Not over the catalog list, which has closed.
-            QVERIFY(form.windowHandle()->transientParent() != list.windowHandle());
+            // Who opened it was asked before the catalog list came and went.
+            QCOMPARE(form.windowHandle()->transientParent(), host.windowHandle());
         });
         pressKey(Qt::Key_Return);
     });
@@ -828,83 +775,40 @@ void tst_frmProducto::f5OpensTheCopyForTheSelectedProductWithoutReload()
 void tst_frmProducto::deleteAsksAndNoDeletesNothing()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.component.prompts.willAnswer(core::AnswerNo);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    const RecordedPrompts::Box box{u"Confirma eliminar el producto P1"_s, core::QuestionBox, {}};
-    QCOMPARE(fixture.boxes(), QList{box});
-    QCOMPARE(fixture.inputs->events(), QStringList{load});
+    checkNoDeletesNothing(fixture, deletion);
 }
 
 void tst_frmProducto::deleteRunsBothStatementsInOneBurstAfterTheQuestion()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QStringList atTheQuestion;
-    fixture.component.prompts.whileShown = [&] { atTheQuestion = fixture.inputs->events(); };
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(atTheQuestion, QStringList{load});
-    QCOMPARE(fixture.inputs->events(),
-             (QStringList{load, u"<begin>"_s, deleteRelations, deleteProduct, u"<commit>"_s, load}));
-    QCOMPARE(fixture.boxes().size(), 1);
+    checkYesDeletesInOneBurstAndReloads(fixture, deletion);
     QCOMPARE(fixture.catalogListsMade, 0);
 }
 
 void tst_frmProducto::deleteOfNoProductDoesNotReload()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(deleteRelations, 2);
-    fixture.inputs->willAffect(deleteProduct, 0);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(fixture.inputs->events(),
-             (QStringList{load, u"<begin>"_s, deleteRelations, deleteProduct, u"<commit>"_s}));
-    QCOMPARE(fixture.list().rowCount(), 2);
+    checkRowThatIsGoneIsNoReload(fixture, deletion);
 }
 
 void tst_frmProducto::failureWhileDeletingIsReported_data()
 {
-    QTest::addColumn<int>("failing");
     QTest::addColumn<QStringList>("statements");
-    QTest::newRow("relations") << 1 << QStringList{deleteRelations};
-    QTest::newRow("product") << 2 << QStringList{deleteRelations, deleteProduct};
+    QTest::newRow("relations") << QStringList{deleteRelations};
+    QTest::newRow("product") << QStringList{deleteRelations, deleteProduct};
 }
 
 void tst_frmProducto::failureWhileDeletingIsReported()
 {
-    QFETCH(const int, failing);
     QFETCH(const QStringList, statements);
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    bool burstWasOpen = true;
-    QVERIFY(whileOpen(fixture.form, [&] {
-        fixture.inputs->failStatement(failing, RuntimeError(-2147467259, u"Bloqueada."_s));
-        fixture.component.prompts.whileShown = [&] { burstWasOpen = fixture.inputs->burstIsOpen(); };
-        pressKey(Qt::Key_Delete);
-        QCOMPARE(fixture.list().rowCount(), 2);
-    }));
-    QVERIFY(!burstWasOpen);
-    QCOMPARE(fixture.inputs->events(), QStringList({load, u"<begin>"_s}) + statements + QStringList{u"<end>"_s});
-    QCOMPARE(fixture.boxes().mid(1),
-             QList{critical(u"-2147467259 - Bloqueada.\r\n\r\nSección [oVELDRA.frmProducto.EliminarProducto]"_s)});
+    checkDeletionFailure(fixture, deletion, statements);
 }
 
 void tst_frmProducto::failureAtCommitIsReportedWithoutReload()
 {
     Fixture fixture;
-    fixture.willListTwo();
-    fixture.inputs->willAffect(u"delete"_s, 1);
-    fixture.inputs->failCommit(RuntimeError(-2147467259, u"Disco lleno."_s));
-    fixture.component.prompts.willAnswer(core::AnswerYes);
-    QVERIFY(whileOpen(fixture.form, [] { pressKey(Qt::Key_Delete); }));
-    QCOMPARE(fixture.inputs->commits(), 0);
-    QCOMPARE(fixture.inputs->statements().size(), 3);
-    QVERIFY(fixture.boxes().constLast().text.startsWith(u"-2147467259 - Disco lleno."));
+    checkDeletionFailureAtCommit(fixture);
 }
 
 void tst_frmProducto::codeWithApostropheIsReportedAndDeletesNothing()

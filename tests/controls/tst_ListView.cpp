@@ -1,3 +1,4 @@
+#include "controls/ListContents.h"
 #include "doubles/ThrownError.h"
 
 #include <controls/ListView.h>
@@ -21,22 +22,6 @@ namespace {
 std::vector<controls::ListColumn> columns()
 {
     return {{u"Código"_s, 12}, {u"Descripción"_s, 30}, {u"Cantidad"_s, 14, Qt::AlignRight}};
-}
-
-QStringList columnTexts(const ListView& list, int column)
-{
-    QStringList texts;
-    for (int row = 0; row < list.rowCount(); ++row) {
-        texts.append(list.text(row, column));
-    }
-    return texts;
-}
-
-void clickTitle(ListView& list, int column)
-{
-    QHeaderView& header = *list.header();
-    QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
-                      QPoint(header.sectionViewportPosition(column) + 5, header.height() / 2));
 }
 
 } // namespace
