@@ -1,6 +1,5 @@
 #include "frmABMCatalogo.h"
 
-#include <catalog/Statements.h>
 #include <core/ErrorReport.h>
 #include <core/Module1.h>
 #include <core/Prompts.h>
@@ -43,7 +42,7 @@ void frmABMCatalogo::lp_Mostrar_Catalogo()
     core::trap(component().prompts(), u" - Sección [oVELDRA.frmABMCatalogo.lp_Mostrar_Catalogo]", [this] {
         core::SharedState& state = component().state;
         const auto catalog =
-            rowsOf(*state.g_DBINS, u"select * from CAT where CATNRO = "_s + quoted(state.currentCatalog));
+            core::rowsOf(*state.g_DBINS, u"select * from CAT where CATNRO = "_s + quoted(state.currentCatalog));
         if (catalog->atEof()) {
             return;
         }
@@ -66,7 +65,7 @@ bool frmABMCatalogo::lp_Agregar_Catalogo()
         // A code that exists is left to the table's key, which tells so.
         const QString statement = u"insert into CAT (CATNRO,CATDES) values ("_s + quoted(txtCATNRO->text()) + u',' +
                                   quoted(txtCATDES->text()) + u')';
-        state.catalogSaved = run(*state.g_DBINS, statement) > 0;
+        state.catalogSaved = core::run(*state.g_DBINS, statement) > 0;
     });
     return state.catalogSaved;
 }
@@ -77,7 +76,7 @@ bool frmABMCatalogo::lp_Modificar_Catalogo()
     core::trap(component().prompts(), u" - Sección [oVELDRA.frmABMCatalogo.lp_Modificar_Catalogo]", [&] {
         const QString statement = u"update CAT set CATDES = "_s + quoted(txtCATDES->text()) + u" where CATNRO = "_s +
                                   quoted(txtCATNRO->text());
-        if (run(*state.g_DBINS, statement) > 0) {
+        if (core::run(*state.g_DBINS, statement) > 0) {
             state.catalogSaved = true;
         }
     });

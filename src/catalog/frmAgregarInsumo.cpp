@@ -1,6 +1,5 @@
 #include "frmAgregarInsumo.h"
 
-#include <catalog/Statements.h>
 #include <core/ErrorReport.h>
 #include <core/Module1.h>
 #include <core/Prompts.h>
@@ -140,7 +139,7 @@ void frmAgregarInsumo::lp_MostrarInsumo()
         const QString statement = u"select * from RIP where CATNRO = "_s + quoted(state.currentCatalog) +
                                   u" and ARTNRO = "_s + input + u" and PRDNRO = "_s + quoted(state.currentProduct) +
                                   u" and ARTNRO = "_s + input;
-        const auto relation = rowsOf(*state.g_DBINS, statement);
+        const auto relation = core::rowsOf(*state.g_DBINS, statement);
         load(*txtARTNRO, runtime::toText(relation->value(u"ARTNRO")));
         load(*txtRPADES, runtime::Trim(runtime::toText(relation->value(u"RPADES"))));
         load(*txtRIPCAN, runtime::Format(relation->value(u"RIPCAN"), QuantityMask));
@@ -251,7 +250,7 @@ double frmAgregarInsumo::countRelations() const
 void frmAgregarInsumo::write(const QString& statement)
 {
     core::SharedState& state = component().state;
-    if (run(*state.g_DBINS, statement) > 0) {
+    if (core::run(*state.g_DBINS, statement) > 0) {
         state.inputSaved = true;
     } else {
         component().prompts().messageBox(u"No se pudo agregar la relacion con el insumo"_s, core::CriticalBox,

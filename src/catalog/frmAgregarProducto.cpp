@@ -1,6 +1,5 @@
 #include "frmAgregarProducto.h"
 
-#include <catalog/Statements.h>
 #include <catalog/frmAgregarInsumo.h>
 #include <controls/BusyPointer.h>
 #include <controls/ListView.h>
@@ -144,8 +143,8 @@ void frmAgregarProducto::lp_Mostrar_Producto()
         core::SharedState& state = component().state;
         state.productSaved = false;
         const auto product =
-            rowsOf(*state.g_DBINS, u"select * from PRD where CATNRO = "_s + quoted(state.currentCatalog) +
-                                       u" and PRDNRO = "_s + quoted(state.currentProduct));
+            core::rowsOf(*state.g_DBINS, u"select * from PRD where CATNRO = "_s + quoted(state.currentCatalog) +
+                                             u" and PRDNRO = "_s + quoted(state.currentProduct));
         load(*txtPRDNRO, product->value(u"PRDNRO"));
         load(*txtPRDDES, product->value(u"PRDDES"));
         load(*txtPRDNCM, product->value(u"PRDNCM"));
@@ -185,7 +184,7 @@ void frmAgregarProducto::lp_Agregar_Producto()
             quoted(plainNumber(*txtPRDMUL)) + u',' + quoted(txtPRDUNI->text()) + u',' +
             quoted(plainNumber(*txtPRDPRE)) + u',' + quoted(suffixes) + u',' + quoted(txtPRDPAI->text()) + u',' +
             quoted(plainNumber(*txtPRDKGU)) + u',' + quoted(state.currentCatalog) + u')';
-        if (run(*state.g_DBINS, statement) > 0) {
+        if (core::run(*state.g_DBINS, statement) > 0) {
             switchToInputs(code, suffixes);
         } else {
             component().prompts().messageBox(u"No se agrego ningun registro en la base de datos"_s, core::CriticalBox);
@@ -218,7 +217,7 @@ void frmAgregarProducto::lp_Modificar_Producto()
             u",PRDPRE = cdbl("_s + quoted(plainNumber(*txtPRDPRE)) + u"),PRDSUF = "_s + quoted(suffixes) +
             u",PRDPAI = "_s + quoted(txtPRDPAI->text()) + u",PRDKGU = cdbl("_s + quoted(plainNumber(*txtPRDKGU)) +
             u") where CATNRO = "_s + quoted(state.currentCatalog) + u" and PRDNRO = "_s + quoted(code);
-        if (run(*state.g_DBINS, statement) <= 0) {
+        if (core::run(*state.g_DBINS, statement) <= 0) {
             component().prompts().messageBox(u"No se modifico ningun registro en la base de datos"_s,
                                              core::CriticalBox);
             return;
@@ -239,8 +238,8 @@ void frmAgregarProducto::lp_InsumosLista(const QString& product, const QString& 
         const controls::FillScope fill(*lstVInsumos);
         lstVInsumos->clear();
         lstVInsumos->append(
-            rowsOf(*component().state.g_DBINS, u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s +
-                                                   quoted(product) + u" and CATNRO = "_s + quoted(catalog)),
+            core::rowsOf(*component().state.g_DBINS, u"select ARTNRO, RPADES, RIPCAN from RIP where PRDNRO = "_s +
+                                                         quoted(product) + u" and CATNRO = "_s + quoted(catalog)),
             [](const Recordset& input) -> controls::ListRow {
                 return {{toText(input.value(u"ARTNRO")), toText(input.value(u"RPADES")),
                          runtime::Format(input.value(u"RIPCAN"), QuantityMask)}};
@@ -283,8 +282,9 @@ void frmAgregarProducto::lp_EliminarInsumo()
         if (answer == core::AnswerNo) {
             return;
         }
-        run(*state.g_DBINS, u"delete from RIP where CATNRO = "_s + quoted(state.currentCatalog) + u" and PRDNRO = "_s +
-                                quoted(state.currentProduct) + u" and ARTNRO = "_s + quoted(state.currentInput));
+        core::run(*state.g_DBINS, u"delete from RIP where CATNRO = "_s + quoted(state.currentCatalog) +
+                                      u" and PRDNRO = "_s + quoted(state.currentProduct) + u" and ARTNRO = "_s +
+                                      quoted(state.currentInput));
         lp_InsumosLista(state.currentProduct, state.currentCatalog);
     });
 }

@@ -1,6 +1,5 @@
 #include "frmCatalogo.h"
 
-#include <catalog/Statements.h>
 #include <catalog/frmABMCatalogo.h>
 #include <controls/BusyPointer.h>
 #include <controls/ListView.h>
@@ -71,7 +70,7 @@ void frmCatalogo::lp_Cargar_Catalogo()
         const controls::BusyPointer busy;
         const controls::FillScope fill(*LstvCat);
         LstvCat->clear();
-        LstvCat->append(rowsOf(*component().state.g_DBINS, u"select * from CAT order by CATDES"_s),
+        LstvCat->append(core::rowsOf(*component().state.g_DBINS, u"select * from CAT order by CATDES"_s),
                         [](const Recordset& catalog) -> controls::ListRow {
                             return {{Trim(toText(catalog.value(u"CATNRO"))), Trim(toText(catalog.value(u"CATDES")))}};
                         });
@@ -146,8 +145,8 @@ qint64 frmCatalogo::deleteCatalog(const QString& catalog)
     const QString code = core::quoted(catalog);
     const auto burst = inputs.beginBurst();
     // The products' input relations (RIP) are meant to stay.
-    run(inputs, u"delete from PRD where CATNRO = "_s + code);
-    const qint64 catalogs = run(inputs, u"delete from CAT where CATNRO = "_s + code);
+    core::run(inputs, u"delete from PRD where CATNRO = "_s + code);
+    const qint64 catalogs = core::run(inputs, u"delete from CAT where CATNRO = "_s + code);
     burst->commit();
     return catalogs;
 }

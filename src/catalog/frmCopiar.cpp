@@ -116,11 +116,7 @@ void frmCopiar::Form_Activate()
         showValue(*lbCATNRO, m_catalog);
         showValue(*lbPRDNRO, m_product);
 
-        ConexionDB& inputs = *component().state.g_DBINS;
-        std::unique_ptr<Recordset> catalogs;
-        if (!core::AbrirRecordset(inputs, u"select * from CAT order by CATDES"_s, catalogs) && !catalogs) {
-            throw RuntimeError(inputs.lastError());
-        }
+        const auto catalogs = core::rowsOf(*component().state.g_DBINS, u"select * from CAT order by CATDES"_s);
         for (; !catalogs->atEof(); catalogs->moveNext()) {
             const QString description = toText(catalogs->value(u"CATDES"));
             const QString code = toText(catalogs->value(u"CATNRO"));

@@ -1,6 +1,5 @@
 #include "frmProducto.h"
 
-#include <catalog/Statements.h>
 #include <catalog/frmCopiar.h>
 #include <controls/BusyPointer.h>
 #include <controls/ListView.h>
@@ -114,8 +113,8 @@ void frmProducto::lp_Cargar_Producto(bool choose)
         showCatalog(state.currentCatalog);
 
         const controls::BusyPointer busy;
-        lstV->append(rowsOf(*state.g_DBINS, u"select PRDNRO,PRDDES,PRDNCM,PRDPAI from PRD where CATNRO = "_s +
-                                                quoted(state.currentCatalog)),
+        lstV->append(core::rowsOf(*state.g_DBINS, u"select PRDNRO,PRDDES,PRDNCM,PRDPAI from PRD where CATNRO = "_s +
+                                                      quoted(state.currentCatalog)),
                      [](const Recordset& product) -> controls::ListRow {
                          return {{toText(product.value(u"PRDNRO")), toText(product.value(u"PRDDES")),
                                   toText(product.value(u"PRDNCM")), toText(product.value(u"PRDPAI"))}};
@@ -132,7 +131,7 @@ bool frmProducto::lp_SeleccionarArticulo()
         return false;
     }
     core::trap(component().prompts(), u" - Sección [oVELDRA.frmProducto.lp_SeleccionarArticulo]", [&] {
-        const auto product = rowsOf(*state.g_DBINS, u"select * from PRD"_s + statementEnd(lstV->text(row, 0)));
+        const auto product = core::rowsOf(*state.g_DBINS, u"select * from PRD"_s + statementEnd(lstV->text(row, 0)));
         if (product->atEof()) {
             return;
         }
@@ -229,8 +228,8 @@ qint64 frmProducto::deleteProduct(const QString& product)
     ConexionDB& inputs = *component().state.g_DBINS;
     const QString end = statementEnd(product);
     const auto burst = inputs.beginBurst();
-    run(inputs, u"delete from RIP"_s + end);
-    const qint64 products = run(inputs, u"delete from PRD"_s + end);
+    core::run(inputs, u"delete from RIP"_s + end);
+    const qint64 products = core::run(inputs, u"delete from PRD"_s + end);
     burst->commit();
     return products;
 }

@@ -33,6 +33,21 @@ bool AbrirRecordset(ConexionDB& connection, const QString& text, std::unique_ptr
     return recordset && !recordset->atEof();
 }
 
+std::unique_ptr<Recordset> rowsOf(ConexionDB& connection, const QString& statement)
+{
+    std::unique_ptr<Recordset> rows;
+    if (!AbrirRecordset(connection, statement, rows) && !rows) {
+        throw RuntimeError(connection.lastError());
+    }
+    return rows;
+}
+
+qint64 run(ConexionDB& connection, const QString& statement)
+{
+    connection.setSql(statement);
+    return connection.execute();
+}
+
 QString quoted(const QString& text)
 {
     constexpr int syntaxError = -2147217900;

@@ -6,7 +6,6 @@
 #include <core/ErrorReport.h>
 #include <core/Module1.h>
 #include <core/Prompts.h>
-#include <declarations/ApplicationError.h>
 #include <runtime/Clock.h>
 #include <runtime/Dates.h>
 #include <runtime/Numbers.h>
@@ -35,25 +34,9 @@ constexpr quint32 Black = 0;
 constexpr quint32 Red = 255;
 constexpr qsizetype MostCharacters = 17; // of a declaration number
 
-/// The rows of a query, perhaps none. Throws the connection's own reason when it cannot be opened.
-std::unique_ptr<Recordset> rowsOf(ConexionDB& connection, const QString& statement)
-{
-    std::unique_ptr<Recordset> rows;
-    if (!core::AbrirRecordset(connection, statement, rows) && !rows) {
-        throw RuntimeError(connection.lastError());
-    }
-    return rows;
-}
-
 bool hasRows(ConexionDB& connection, const QString& statement)
 {
-    return !rowsOf(connection, statement)->atEof();
-}
-
-qint64 run(ConexionDB& connection, const QString& statement)
-{
-    connection.setSql(statement);
-    return connection.execute();
+    return !core::rowsOf(connection, statement)->atEof();
 }
 
 controls::ListRow rowOf(const Recordset& declaration)
@@ -95,9 +78,10 @@ Renumbering renumber(ConexionDB& inputs, const QString& oldNumber, const QString
         return Renumbering::Untouched;
     }
     const QString present = quoted(oldNumber);
-    run(inputs, u"update DIP set ARTDCL = "_s + future + u" where ARTDCL = "_s + present);
-    const qint64 articles = run(inputs, u"update INS set INTDCL = "_s + future + u" where INTDCL = "_s + present);
-    const qint64 headers = run(inputs, u"update INTINS set INTDCL = "_s + future + u" where INTDCL = "_s + present);
+    core::run(inputs, u"update DIP set ARTDCL = "_s + future + u" where ARTDCL = "_s + present);
+    const qint64 articles = core::run(inputs, u"update INS set INTDCL = "_s + future + u" where INTDCL = "_s + present);
+    const qint64 headers =
+        core::run(inputs, u"update INTINS set INTDCL = "_s + future + u" where INTDCL = "_s + present);
     burst->commit();
     return articles > 0 && headers > 0 ? Renumbering::Done : Renumbering::Untouched;
 }
@@ -108,11 +92,11 @@ bool deleteDeclaration(ConexionDB& inputs, const QString& number)
     const controls::BusyPointer busy;
     const QString code = quoted(number);
     const auto burst = inputs.beginBurst();
-    if (run(inputs, u"delete from INTINS where INTDCL = "_s + code) < 1) {
+    if (core::run(inputs, u"delete from INTINS where INTDCL = "_s + code) < 1) {
         return false;
     }
-    run(inputs, u"delete from INS where INTDCL = "_s + code);
-    run(inputs, u"delete from DIP where ARTDCL = "_s + code);
+    core::run(inputs, u"delete from INS where INTDCL = "_s + code);
+    core::run(inputs, u"delete from DIP where ARTDCL = "_s + code);
     burst->commit();
     return true;
 }
@@ -170,10 +154,11 @@ void frmDIT::Cargar_INTINS()
         const controls::BusyPointer busy;
         const controls::FillScope fill(*lstVDIT);
         lstVDIT->clear();
-        lstVDIT->append(rowsOf(*component().state.g_DBINS, u"select * from INTINS where INTFOF between datevalue("_s +
-                                                               quoted(txtDESDE->text()) + u") and datevalue ("_s +
-                                                               quoted(txtHASTA->text()) + u')'),
-                        rowOf);
+        lstVDIT->append(
+            core::rowsOf(*component().state.g_DBINS, u"select * from INTINS where INTFOF between datevalue("_s +
+                                                         quoted(txtDESDE->text()) + u") and datevalue ("_s +
+                                                         quoted(txtHASTA->text()) + u')'),
+            rowOf);
     });
 }
 
@@ -287,14 +272,14 @@ void frmDIT::requireRange() const
 {
     const auto first = runtime::parseDate(txtDESDE->text());
     if (!first) {
-        throw RuntimeError(ApplicationError, u"El campo FECHA DESDE, debe tener una valor fecha valida"_s);
+        throw RuntimeError(core::ApplicationError, u"El campo FECHA DESDE, debe tener una valor fecha valida"_s);
     }
     const auto last = runtime::parseDate(txtHASTA->text());
     if (!last) {
-        throw RuntimeError(ApplicationError, u"El campo FECHA HASTA, debe tener una valor fecha valida"_s);
+        throw RuntimeError(core::ApplicationError, u"El campo FECHA HASTA, debe tener una valor fecha valida"_s);
     }
     if (*last < *first) {
-        throw RuntimeError(ApplicationError, u"El valor fecha DESDE debe ser menor al valor de HASTA"_s);
+        throw RuntimeError(core::ApplicationError, u"El valor fecha DESDE debe ser menor al valor de HASTA"_s);
     }
 }
 

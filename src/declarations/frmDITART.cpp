@@ -110,7 +110,8 @@ void frmDITART::lp_CargarListado()
         const controls::FillScope fill(*lstV);
         lstV->clear();
         std::unique_ptr<Recordset> records =
-            articles(u"select * from INS where INTDCL = "_s + declaration() + u" order by ARTITM,ARTSBT "_s);
+            core::rowsOf(*component().state.g_DBINS,
+                         u"select * from INS where INTDCL = "_s + declaration() + u" order by ARTITM,ARTSBT "_s);
         const Showable found = showable(*records);
         lstV->append(
             std::move(records),
@@ -128,12 +129,13 @@ void frmDITART::lp_Imprimir()
         {
             const controls::BusyPointer busy;
             // Quantities have two decimals in print, whatever the format on the screen.
-            std::unique_ptr<Recordset> records = articles(
+            std::unique_ptr<Recordset> records = core::rowsOf(
+                *component().state.g_DBINS,
                 u"select format(ARTITM,'000') as pARTITM,format(ARTSBT,'000') as pARTSBT,ARTNRO,ARTNCM,ARTCTC,ARTUNI,"
                 "format(ARTCAT,'00.00') as pARTCAT,format(ARTPRE,'00.000000') as pARTPRE,"
                 "format(ARTDSC,'00.00') as pARTDSC, format((ARTDSC * 100) / ARTCAT,'00.00') as pPROC from INS "
                 "where INTDCL = "_s +
-                declaration() + u" order by ARTITM,ARTSBT "_s);
+                    declaration() + u" order by ARTITM,ARTSBT "_s);
             if (records->atEof()) {
                 return;
             }
@@ -155,16 +157,6 @@ void frmDITART::designState()
 QString frmDITART::declaration() const
 {
     return core::quoted(component().state.declaration.number);
-}
-
-std::unique_ptr<Recordset> frmDITART::articles(const QString& statement) const
-{
-    ConexionDB& inputs = *component().state.g_DBINS;
-    std::unique_ptr<Recordset> records;
-    if (!core::AbrirRecordset(inputs, statement, records) && !records) {
-        throw RuntimeError(inputs.lastError());
-    }
-    return records;
 }
 
 } // namespace oVELDRA::declarations

@@ -24,8 +24,6 @@ private:
     void designState() override;
     /// The current declaration's number as a literal.
     [[nodiscard]] QString declaration() const;
-    /// Throws the connection's error when the query cannot be opened.
-    [[nodiscard]] std::unique_ptr<Recordset> articles(const QString& statement) const;
 
     ReportDialogs m_dialogs;
 

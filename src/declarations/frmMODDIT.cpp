@@ -3,7 +3,6 @@
 #include <core/ErrorReport.h>
 #include <core/Module1.h>
 #include <core/Prompts.h>
-#include <declarations/ApplicationError.h>
 #include <runtime/Dates.h>
 #include <runtime/ValueConverter.h>
 
@@ -76,7 +75,7 @@ bool frmMODDIT::fp_CargarDIT()
         // No statement can ask for a number with an apostrophe, so its search fails like any other.
         if (number.contains(u'\'') ||
             !core::AbrirRecordset(*state.g_DBINS, u"select * from INTINS where INTDCL = "_s + quoted(number), header)) {
-            throw RuntimeError(ApplicationError,
+            throw RuntimeError(core::ApplicationError,
                                u"No existe la declaración "_s + number + u" u ocurrio un error en su busqueda"_s);
         }
         const auto text = [&header](QStringView field) { return runtime::toText(header->value(field)); };
@@ -161,13 +160,13 @@ void frmMODDIT::listDischarges()
 void frmMODDIT::requireFields() const
 {
     if (txtINTNRO->text().isEmpty()) {
-        throw RuntimeError(ApplicationError, u"Debe ingresar algun valor en Nro de INTERNO."_s);
+        throw RuntimeError(core::ApplicationError, u"Debe ingresar algun valor en Nro de INTERNO."_s);
     }
     if (!runtime::IsDate(txtINTFOF->text())) {
-        throw RuntimeError(ApplicationError, u"El valor ingresado en la fecha de oficialización de inválida."_s);
+        throw RuntimeError(core::ApplicationError, u"El valor ingresado en la fecha de oficialización de inválida."_s);
     }
     if (!runtime::IsDate(txtINTVEN->text())) {
-        throw RuntimeError(ApplicationError, u"El valor ingresado en la fecha de vencimiento de inválida."_s);
+        throw RuntimeError(core::ApplicationError, u"El valor ingresado en la fecha de vencimiento de inválida."_s);
     }
 }
 

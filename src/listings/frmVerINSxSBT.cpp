@@ -44,17 +44,15 @@ void frmVerINSxSBT::Cargar_Insumos()
         const QString statement =
             u"select ARTDCL, ARTNRO, ARTITM, ARTSBT, RALCAN, ARTPRE from DIP where EXTINT = %1 and EXTSBT = %2 order by ARTDCL, ARTITM, ARTSBT"_s
                 .arg(core::quoted(state.sInternoExt), QString::number(state.g_lIdSUB));
-        std::unique_ptr<Recordset> discharges;
-        if (!core::AbrirRecordset(*state.g_DBINS, statement, discharges) && !discharges) {
-            throw RuntimeError(state.g_DBINS->lastError());
-        }
-        lstView->append(std::move(discharges), [&state](const Recordset& discharge) -> controls::ListRow {
-            const auto field = [&discharge](QStringView name) { return discharge.value(name); };
-            return {{runtime::Trim(runtime::toText(field(u"ARTNRO"))), runtime::Trim(runtime::toText(field(u"ARTDCL"))),
-                     runtime::Format(field(u"ARTITM"), u"000"), runtime::Format(field(u"ARTSBT"), u"000"),
-                     runtime::Format(runtime::toNumber(field(u"RALCAN")), state.g_sFmtCantidad),
-                     runtime::Format(runtime::toNumber(field(u"ARTPRE")), u"00.000000")}};
-        });
+        lstView->append(
+            core::rowsOf(*state.g_DBINS, statement), [&state](const Recordset& discharge) -> controls::ListRow {
+                const auto field = [&discharge](QStringView name) { return discharge.value(name); };
+                return {{runtime::Trim(runtime::toText(field(u"ARTNRO"))),
+                         runtime::Trim(runtime::toText(field(u"ARTDCL"))), runtime::Format(field(u"ARTITM"), u"000"),
+                         runtime::Format(field(u"ARTSBT"), u"000"),
+                         runtime::Format(runtime::toNumber(field(u"RALCAN")), state.g_sFmtCantidad),
+                         runtime::Format(runtime::toNumber(field(u"ARTPRE")), u"00.000000")}};
+            });
     });
 }
 

@@ -7,7 +7,6 @@
 #include <nomenclature/ListBox.h>
 #include <nomenclature/Position.h>
 #include <nomenclature/SuffixText.h>
-#include <nomenclature/TariffQuery.h>
 #include <runtime/Texts.h>
 #include <runtime/ValueConverter.h>
 
@@ -126,17 +125,17 @@ void FrmPosicion::MostrarDatos(const QString& position)
         });
         const controls::BusyPointer busy;
         const PositionParts parts = splitPosition(position);
-        const auto row = queryTariff(
-            component().state,
+        const auto row = core::rowsOf(
+            *component().state.g_DBNCM,
             u"Select [010] as descrip,[004] as descrip1, [012] as estadistica,[020] as deresp, [059],[019] as rein from ncm where [001] = "_s +
                 core::quoted(parts.subheading) + u" and [002] = "_s + core::quoted(parts.opening) + u" and [003] = "_s +
                 core::quoted(parts.control));
         if (!row->atEof()) {
-            description = runtime::toText(row->value(u"Descrip")) + u"\r\n\r\n"_s +
-                          runtime::toText(row->value(u"descrip1"));
+            description =
+                runtime::toText(row->value(u"Descrip")) + u"\r\n\r\n"_s + runtime::toText(row->value(u"descrip1"));
         }
-        const auto rules =
-            queryTariff(component().state, u"select * from sufidos where sim in "_s + suffixKeyList(position));
+        const auto rules = core::rowsOf(*component().state.g_DBNCM,
+                                        u"select * from sufidos where sim in "_s + suffixKeyList(position));
         for (; !rules->atEof(); rules->moveNext()) {
             lines.append(ruleLine(runtime::toText(rules->value(u"Sufijo")), runtime::toText(rules->value(u"detalle"))));
         }
@@ -170,8 +169,8 @@ qsizetype FrmPosicion::listPositions()
     LstNCM->setLines({});
     QStringList lines;
     const auto showLines = qScopeGuard([&] { LstNCM->setLines(lines); }); // also those before an error
-    const auto rows = queryTariff(
-        component().state,
+    const auto rows = core::rowsOf(
+        *component().state.g_DBNCM,
         u"select [001]+ '.' +[002] + [003] as ncm,[012] as estadistica,[020] as deresp from ncm where [001] like "_s +
             core::quoted(searchPattern(TxtNCMF->text())) + u" order by [001],[002],[003]"_s);
     for (; !rows->atEof(); rows->moveNext()) {

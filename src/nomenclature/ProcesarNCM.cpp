@@ -6,7 +6,6 @@
 #include <core/Module1.h>
 #include <core/Prompts.h>
 #include <nomenclature/Position.h>
-#include <nomenclature/TariffQuery.h>
 #include <runtime/ValueConverter.h>
 
 using namespace Qt::StringLiterals;
@@ -22,8 +21,8 @@ QString storedForm(core::SharedState& state, const QString& position)
     const PositionParts typed = splitTypedPosition(position);
     const QString condition = u" [001] = "_s + core::quoted(typed.subheading) + u" and [002] = "_s +
                               core::quoted(typed.opening) + u"  and [003] = "_s + core::quoted(typed.control);
-    const auto row =
-        queryTariff(state, u"select [001],[002],[003],[012] as uest ,[059] as lapi from NCM where "_s + condition);
+    const auto row = core::rowsOf(
+        *state.g_DBNCM, u"select [001],[002],[003],[012] as uest ,[059] as lapi from NCM where "_s + condition);
     if (row->atEof()) {
         return {};
     }

@@ -7,7 +7,6 @@
 #include <core/Prompts.h>
 #include <nomenclature/FrmCargaSufijos.h>
 #include <nomenclature/SuffixText.h>
-#include <nomenclature/TariffQuery.h>
 #include <runtime/Texts.h>
 #include <runtime/ValueConverter.h>
 
@@ -76,8 +75,9 @@ private:
     {
         const controls::BusyPointer busy;
         QStringList names;
-        const auto rows = queryTariff(
-            m_component.state, u"select distinct left(sufijo,2) as asufijo from sufidos where sim in "_s + m_keys);
+        const auto rows =
+            core::rowsOf(*m_component.state.g_DBNCM,
+                         u"select distinct left(sufijo,2) as asufijo from sufidos where sim in "_s + m_keys);
         for (; !rows->atEof(); rows->moveNext()) {
             names.append(runtime::Trim(runtime::toText(rows->value(u"asufijo"))));
         }
@@ -89,8 +89,8 @@ private:
         const controls::BusyPointer busy;
         std::vector<Rule> rules;
         const auto rows =
-            queryTariff(m_component.state, u"select sufijo,detalle from sufidos where sim in "_s + m_keys +
-                                               u" and left(sufijo,2) = "_s + core::quoted(group));
+            core::rowsOf(*m_component.state.g_DBNCM, u"select sufijo,detalle from sufidos where sim in "_s + m_keys +
+                                                         u" and left(sufijo,2) = "_s + core::quoted(group));
         for (; !rows->atEof(); rows->moveNext()) {
             rules.push_back(
                 {runtime::Trim(runtime::toText(rows->value(u"sufijo"))), runtime::toText(rows->value(u"detalle"))});

@@ -73,8 +73,8 @@ void tst_ImportJourney::aDeclarationIsImportedWithTheKeyboard()
     QVERIFY(program.waitForStarted());
     QVERIFY2(active(windowTitle()), qPrintable(m_display.activeTitle()));
 
-    // The third declaration of the list is the one of two items.
-    QVERIFY(m_display.keys({u"Home"_s, u"Down"_s, u"Down"_s, u"F3"_s}));
+    // The fifth declaration of the list is the one of two items.
+    QVERIFY(m_display.keys({u"Home"_s, u"Down"_s, u"Down"_s, u"Down"_s, u"Down"_s, u"F3"_s}));
     QVERIFY2(active(importTitle()), qPrintable(m_display.activeTitle()));
     for (const QString& text : {u"26001IT14000655K"_s, u"16/11/2026"_s, u"Repuestos"_s}) {
         QVERIFY(m_display.type(text));
