@@ -185,9 +185,10 @@ bool walk(Setup& setup, sqlite3* database)
     };
     const auto limit = [&] {
         for (const QString& position : positions) {
-            runText(u"SELECT [010], [004], [012], [020], [059], [019] FROM NCM WHERE rtrim([001]) COLLATE NOCASE = "
-                    "'%1' AND rtrim([002]) COLLATE NOCASE = '%2' AND rtrim([003]) COLLATE NOCASE = '%3' ORDER BY rowid"_s
-                        .arg(position.left(10), position.mid(11, 3), position.mid(14, 1)));
+            runText(
+                u"SELECT [010], [004], [012], [020], [059], [019] FROM NCM WHERE rtrim([001]) COLLATE NOCASE = "
+                "'%1' AND rtrim([002]) COLLATE NOCASE = '%2' AND rtrim([003]) COLLATE NOCASE = '%3' ORDER BY rowid"_s
+                    .arg(position.left(10), position.mid(11, 3), position.mid(14, 1)));
             runText(u"SELECT sim, sufijo, detalle FROM sufidos WHERE rtrim([sim]) COLLATE NOCASE IN "
                     "('%1  .  .  .', '%2.  .  .', '%3.  .', '%4') ORDER BY rowid"_s.arg(
                         position.left(2), position.left(4), position.left(7), position.left(14)));
