@@ -9,8 +9,10 @@
 #include "SessionScriptHost.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -122,6 +124,10 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(u"tornel"_s);
     QApplication::setApplicationVersion(u"" TORNEL_VERSION ""_s);
     QApplication::setWindowIcon(hostIcon());
+    QTranslator dialogs; // the library's own windows, such as the print dialog
+    if (dialogs.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QApplication::installTranslator(&dialogs);
+    }
     try {
         return runHost(line);
     } catch (const oVELDRA::RuntimeError& error) {
