@@ -3,6 +3,7 @@
 #include <core/Module1.h>
 #include <runtime/Numbers.h>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -35,13 +36,18 @@ int widthOf(const Column& column, bool wide)
 
 QString lineOf(const Cells& cells, bool wide)
 {
-    constexpr qsizetype longest = 160;
-    QString line;
-    line.reserve(longest);
-    for (size_t i = 0; i < columns.size(); ++i) {
-        line += core::FormatoCampo(cells[i], columns[i].left, widthOf(columns[i], wide));
-        line += i + 1 < columns.size() ? u" "_s : u"\r\n"_s;
+    qsizetype width = 1; // of the line's end; a cell and the character behind it each
+    for (const Column& column : columns) {
+        width += widthOf(column, wide) + 1;
     }
+    QString line(width, u' ');
+    auto* next = line.begin();
+    for (size_t i = 0; i < columns.size(); ++i) {
+        const QString cell = core::FormatoCampo(cells[i], columns[i].left, widthOf(columns[i], wide));
+        next = std::copy(cell.begin(), cell.end(), next) + 1;
+    }
+    *(next - 1) = u'\r';
+    *next = u'\n';
     return line;
 }
 

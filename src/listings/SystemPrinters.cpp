@@ -5,6 +5,7 @@
 #include <listings/PrintQueue.h>
 
 #include <QFontMetricsF>
+#include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -45,6 +46,10 @@ public:
         : m_printer(info, QPrinter::HighResolution)
     {
         m_printer.setDocName(title);
+        // By itself the document would be laid out for A4, whatever paper the printer is set up with.
+        if (const QPageSize paper = info.defaultPageSize(); paper.isValid()) {
+            m_printer.setPageSize(paper);
+        }
         if (landscape) {
             m_printer.setPageOrientation(QPageLayout::Landscape);
         }

@@ -120,7 +120,7 @@ bool frmListados::GenerarLineas()
             component().prompts().messageBox(u"No se puede acceder"_s);
         }
         if (!header) {
-            throw RuntimeError(91);
+            throw RuntimeError(inputs.lastError());
         }
         const QString number = runtime::toText(header->value(u"INTDCL"));
         std::unique_ptr<Recordset> discharges;

@@ -134,6 +134,7 @@ private Q_SLOTS:
 
     void documentOfTwoPagesReachesAnIppPrinter();
     void pickedPrinterPrintsLandscape();
+    void paperIsTheOneThatThePrinterIsSetUpWith();
     void emptyNamePrintsOnTheDefaultPrinterAsItIsSetUp();
     void emptyNameWithoutDefaultPrinterIsRefused();
     void textHigherThanThePageGoesOnOnAnotherSheet();
@@ -252,6 +253,53 @@ void tst_SystemPrinters::pickedPrinterPrintsLandscape()
     const QSizeF sheet = sheetSizeOf(printed(u"Laser"_s, u"Apaisado"_s));
     QVERIFY(sheet.height() > 0);
     QVERIFY(sheet.width() > sheet.height());
+}
+
+void tst_SystemPrinters::paperIsTheOneThatThePrinterIsSetUpWith()
+{
+    // A printer with a description of its own: two papers, the second one loaded; it takes PDF as it comes.
+    QTemporaryFile description;
+    QVERIFY(description.open());
+    description.write("*PPD-Adobe: \"4.3\"\n"
+                      "*FormatVersion: \"4.3\"\n"
+                      "*FileVersion: \"1.0\"\n"
+                      "*LanguageVersion: English\n"
+                      "*LanguageEncoding: ISOLatin1\n"
+                      "*PCFileName: \"CARTA.PPD\"\n"
+                      "*Manufacturer: \"Prueba\"\n"
+                      "*ModelName: \"Carta\"\n"
+                      "*ShortNickName: \"Carta\"\n"
+                      "*NickName: \"Carta\"\n"
+                      "*Product: \"(Carta)\"\n"
+                      "*PSVersion: \"(3010.0) 0\"\n"
+                      "*cupsFilter2: \"application/pdf application/pdf 0 -\"\n"
+                      "*OpenUI *PageSize/Papel: PickOne\n"
+                      "*DefaultPageSize: Letter\n"
+                      "*PageSize A4/A4: \"\"\n"
+                      "*PageSize Letter/Carta: \"\"\n"
+                      "*CloseUI: *PageSize\n"
+                      "*OpenUI *PageRegion/Papel: PickOne\n"
+                      "*DefaultPageRegion: Letter\n"
+                      "*PageRegion A4/A4: \"\"\n"
+                      "*PageRegion Letter/Carta: \"\"\n"
+                      "*CloseUI: *PageRegion\n"
+                      "*DefaultImageableArea: Letter\n"
+                      "*ImageableArea A4: \"18 18 577 824\"\n"
+                      "*ImageableArea Letter: \"18 18 594 774\"\n"
+                      "*DefaultPaperDimension: Letter\n"
+                      "*PaperDimension A4: \"595 842\"\n"
+                      "*PaperDimension Letter: \"612 792\"\n");
+    QVERIFY(description.flush());
+    QVERIFY(addQueue(u"Carta"_s));
+    QVERIFY(m_cups.run(u"lpadmin"_s, {u"-p"_s, u"Carta"_s, u"-P"_s, description.fileName()}));
+
+    const QString line = u"1234567890"_s.repeated(15);
+    const QByteArray pdf = printed(u"Carta"_s, line);
+    QCOMPARE(sheetSizeOf(pdf), QSizeF(792, 612));
+    const QList<Box> words = wordsOf(pdf);
+    QCOMPARE(words.size(), 1);
+    QCOMPARE(words.first().text, line);
+    QVERIFY(words.first().right <= 792 - 18);
 }
 
 void tst_SystemPrinters::emptyNamePrintsOnTheDefaultPrinterAsItIsSetUp()

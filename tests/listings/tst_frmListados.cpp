@@ -330,7 +330,7 @@ void tst_frmListados::declarationThatIsNotFoundIsReported_data()
     QTest::addColumn<bool>("opens");
     QTest::addColumn<int>("error");
     QTest::newRow("no row") << true << 3021;
-    QTest::newRow("query that cannot be opened") << false << 91;
+    QTest::newRow("query that cannot be opened") << false << -2147467259;
 }
 
 void tst_frmListados::declarationThatIsNotFoundIsReported()
