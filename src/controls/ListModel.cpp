@@ -240,7 +240,11 @@ ListRow& ListModel::row(int row) const
 void ListModel::readUpTo(std::size_t rows) const
 {
     while (m_rows.size() < rows) {
-        m_rows.push_back(m_read(*m_records));
+        try {
+            m_rows.push_back(m_read(*m_records));
+        } catch (const RuntimeError& error) { // whoever asks may be the painting view, which can report nothing
+            m_rows.push_back({{error.description()}});
+        }
         if (m_rows.size() < static_cast<std::size_t>(m_rowCount)) {
             m_records->moveNext();
         } else {

@@ -31,7 +31,8 @@ struct ListRow
     std::optional<QColor> color = std::nullopt;
 };
 
-/// The row of a list for the current row of a recordset. It must not throw what the recordset does not throw.
+/// The row of a list for the current row of a recordset. A RuntimeError reaches the caller of append() only for rows
+/// that are read at once; a row that fails later shows the error's description in its first cell.
 using RowReader = std::function<ListRow(const Recordset&)>;
 
 /// No limit to the rows that are taken from a recordset.

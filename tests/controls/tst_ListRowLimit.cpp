@@ -69,6 +69,15 @@ QStringList texts(const ListModel& model)
     return texts;
 }
 
+ListRow failAtTwo(const Recordset& record)
+{
+    ListRow row = numberOf(record);
+    if (row.cells.constFirst() == u"2") {
+        throw RuntimeError(11);
+    }
+    return row;
+}
+
 } // namespace
 
 class tst_ListRowLimit : public QObject
@@ -86,6 +95,7 @@ private Q_SLOTS:
     void removedRowsDoNotCountAgainstTheLimit();
     void sortingReadsNoMoreThanTheLimit();
     void failingRowLeavesTheRowsBefore();
+    void rowThatFailsLaterShowsItsError();
 };
 
 void tst_ListRowLimit::takesAtMostTheRowsAskedFor_data()
@@ -208,15 +218,20 @@ void tst_ListRowLimit::failingRowLeavesTheRowsBefore()
 {
     Reads reads;
     ListModel model({{u"N"_s}});
-    const auto failAtTwo = [](const Recordset& record) {
-        ListRow row = numberOf(record);
-        if (row.cells.constFirst() == u"2") {
-            throw RuntimeError(11);
-        }
-        return row;
-    };
     QCOMPARE(numberThrownBy([&] { model.append(std::make_unique<NumberedRows>(9, false, reads), failAtTwo); }), 11);
     QCOMPARE(texts(model), (QStringList{u"0"_s, u"1"_s}));
+}
+
+void tst_ListRowLimit::rowThatFailsLaterShowsItsError()
+{
+    Reads reads;
+    ListModel model({{u"N"_s}});
+    model.append(std::make_unique<NumberedRows>(4, true, reads), failAtTwo);
+    QCOMPARE(texts(model), (QStringList{u"0"_s, u"1"_s, u"División por cero"_s, u"3"_s}));
+    // The first row is read at once, so its error is the caller's and nothing is added.
+    const auto fail = [](const Recordset&) -> ListRow { throw RuntimeError(11); };
+    QCOMPARE(numberThrownBy([&] { model.append(std::make_unique<NumberedRows>(4, true, reads), fail); }), 11);
+    QCOMPARE(model.rowCount(), 4);
 }
 
 QTEST_MAIN(tst_ListRowLimit)
