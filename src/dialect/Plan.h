@@ -93,6 +93,13 @@ struct Plan
     [[nodiscard]] const Select& select() const { return std::get<Select>(parsed.statement); }
 };
 
+/// A table to be read as a whole.
+struct TableScan
+{
+    std::vector<int> columns; ///< the columns wanted
+    std::vector<int> sort;    ///< the columns that the rows are ordered by; ties, and everything without, in table order
+};
+
 /// Says the engine's words for the dialect.
 class EnginePrinter
 {
@@ -108,6 +115,14 @@ public:
     /// A query that gives a row for every set of rows whose key compares equal; for keys with letters that the
     /// engine's own unique index does not know to be equal.
     [[nodiscard]] virtual QByteArray duplicateKeys(const Table& table) const = 0;
+
+    /// A query over a table as a whole. Its rows have the columns wanted and then a key for each column sorted by: of
+    /// texts the folded form, ordered by its UTF-8 bytes; anything else as it is. Null comes first.
+    [[nodiscard]] virtual QByteArray scan(const Table& table, const TableScan& scan) const = 0;
+
+    /// An insert of that many rows at once, with a parameter for each of these columns of each row.
+    [[nodiscard]] virtual QByteArray insertRows(const Table& table, const std::vector<int>& columns,
+                                                int rows) const = 0;
 
     /// The commands that make a table with its key and indexes (each a list of columns).
     [[nodiscard]] virtual std::vector<QByteArray> createTable(const Table& table,

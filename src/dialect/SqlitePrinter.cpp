@@ -459,6 +459,37 @@ QByteArray SqlitePrinter::duplicateKeys(const Table& table) const
     return "SELECT 1 FROM " + quotedName(table.name) + " GROUP BY " + columns + " HAVING count(*) > 1";
 }
 
+QByteArray SqlitePrinter::scan(const Table& table, const TableScan& scan) const
+{
+    const auto nameOf = [&table](int column) { return quotedName(table.columns[static_cast<size_t>(column)].name); };
+    QByteArray list;
+    for (const int column : scan.columns) {
+        list += (list.isEmpty() ? "" : ", ") + nameOf(column);
+    }
+    QByteArray order;
+    for (const int column : scan.sort) {
+        const bool text = table.columns[static_cast<size_t>(column)].kind == ColumnKind::Text;
+        list += (list.isEmpty() ? "" : ", ") + (text ? "oveldra_fold(" + nameOf(column) + ')' : nameOf(column));
+        order += QByteArray::number(scan.columns.size() + static_cast<size_t>(order.count(',')) + 1) + ", ";
+    }
+    return "SELECT " + list + " FROM " + quotedName(table.name) + " ORDER BY " + order + "rowid";
+}
+
+QByteArray SqlitePrinter::insertRows(const Table& table, const std::vector<int>& columns, int rows) const
+{
+    QByteArray names;
+    QByteArray marks;
+    for (const int column : columns) {
+        names += (names.isEmpty() ? "" : ", ") + quotedName(table.columns[static_cast<size_t>(column)].name);
+        marks += marks.isEmpty() ? "?" : ", ?";
+    }
+    QByteArray values = '(' + marks + ')';
+    for (int row = 1; row < rows; ++row) {
+        values += ", (" + marks + ')';
+    }
+    return "INSERT INTO " + quotedName(table.name) + " (" + names + ") VALUES " + values;
+}
+
 std::vector<QByteArray> SqlitePrinter::createTable(const Table& table,
                                                    const std::vector<std::vector<int>>& indexes) const
 {

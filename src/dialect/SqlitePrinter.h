@@ -21,6 +21,8 @@ public:
 
     void print(Plan& plan) const override;
     [[nodiscard]] QByteArray duplicateKeys(const Table& table) const override;
+    [[nodiscard]] QByteArray scan(const Table& table, const TableScan& scan) const override;
+    [[nodiscard]] QByteArray insertRows(const Table& table, const std::vector<int>& columns, int rows) const override;
     [[nodiscard]] std::vector<QByteArray> createTable(const Table& table,
                                                       const std::vector<std::vector<int>>& indexes) const override;
 };

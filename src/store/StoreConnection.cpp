@@ -1,6 +1,6 @@
 #include "StoreConnection.h"
 
-#include "Schema.h"
+#include "Engines.h"
 #include "StoreError.h"
 
 #include <dialect/Parser.h>
@@ -109,7 +109,7 @@ private:
 StoreConnection::StoreConnection(std::unique_ptr<EngineConnection> engine, Access access)
     : m_engine(std::move(engine)), m_access(access)
 {
-    readCatalog();
+    m_catalog = tablesOf(*m_engine);
 }
 
 StoreConnection::~StoreConnection() = default;
@@ -222,7 +222,7 @@ StoreConnection::Prepared StoreConnection::makePrepared()
             throw;
         }
         // Somebody may have made the table or column since the catalog was read.
-        readCatalog();
+        m_catalog = tablesOf(*m_engine);
         prepared.plan = dialect::makePlan(m_sql, m_catalog);
     }
     m_engine->printer().print(*prepared.plan);
@@ -234,14 +234,6 @@ StoreConnection::Prepared StoreConnection::makePrepared()
     prepared.fetchedKinds = kindsOf(prepared.plan->fetched);
     prepared.resultKinds = kindsOf(prepared.plan->columns);
     return prepared;
-}
-
-void StoreConnection::readCatalog()
-{
-    m_catalog = m_engine->catalog();
-    for (dialect::Table& table : m_catalog.tables) {
-        adoptKey(table);
-    }
 }
 
 dialect::Matching StoreConnection::bind(Prepared& prepared)

@@ -48,7 +48,6 @@ private:
     [[nodiscard]] Prepared& preparedStatement();
     void liftLiterals();
     [[nodiscard]] Prepared makePrepared();
-    void readCatalog();
     /// Works out the parameters and picks the text that can do with them.
     [[nodiscard]] dialect::Matching bind(Prepared& prepared);
     [[nodiscard]] EngineStatement& statementFor(Prepared& prepared, dialect::Matching matching);

@@ -84,13 +84,22 @@ public:
     {
         const Reset reset(m_statement.get());
         bind(bindings);
-        const auto columns = static_cast<int>(data.columnCount());
-        while (step()) {
-            for (int column = 0; column < columns; ++column) {
-                addColumn(m_statement.get(), column, data);
-            }
-            data.endRow();
+        while (nextRow(data)) {
         }
+    }
+
+    /// Adds one more row of the run; false at its end.
+    bool nextRow(RecordData& data)
+    {
+        if (!step()) {
+            return false;
+        }
+        const auto columns = static_cast<int>(data.columnCount());
+        for (int column = 0; column < columns; ++column) {
+            addColumn(m_statement.get(), column, data);
+        }
+        data.endRow();
+        return true;
     }
 
 private:
@@ -158,6 +167,26 @@ private:
     sqlite3* m_database;
     std::optional<RuntimeError>& m_pending;
     SqliteStatementHandle m_statement;
+};
+
+class SqliteCursor final : public EngineCursor
+{
+public:
+    SqliteCursor(sqlite3* database, std::optional<RuntimeError>& pending, const QByteArray& sql)
+        : m_statement(database, pending, sql)
+    {}
+
+    void fetch(RecordData& block, qsizetype most) override
+    {
+        // Behind its last row a statement would start anew.
+        for (qsizetype row = 0; row < most && !m_atEnd; ++row) {
+            m_atEnd = !m_statement.nextRow(block);
+        }
+    }
+
+private:
+    SqliteStatement m_statement;
+    bool m_atEnd = false;
 };
 
 ColumnKind kindOf(const QString& declared)
@@ -285,9 +314,22 @@ std::unique_ptr<EngineStatement> SqliteEngine::prepare(const QByteArray& sql)
     return std::make_unique<SqliteStatement>(m_database.get(), m_pending, sql);
 }
 
+std::unique_ptr<EngineCursor> SqliteEngine::openCursor(const QByteArray& sql)
+{
+    return std::make_unique<SqliteCursor>(m_database.get(), m_pending, sql);
+}
+
 void SqliteEngine::begin()
 {
     run("BEGIN IMMEDIATE");
+}
+
+void SqliteEngine::beginSnapshot()
+{
+    run("PRAGMA temp_store=FILE");
+    run("BEGIN");
+    // The transaction sees what there is when it first reads.
+    run("SELECT count(*) FROM sqlite_schema");
 }
 
 void SqliteEngine::commit()
@@ -321,9 +363,9 @@ void SqliteEngine::atomically(const std::function<void()>& body)
     }
 }
 
-void SqliteEngine::run(const char* sql)
+void SqliteEngine::run(const QByteArray& command)
 {
-    const int code = sqlite3_exec(m_database.get(), sql, nullptr, nullptr, nullptr);
+    const int code = sqlite3_exec(m_database.get(), command.constData(), nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) {
         throw sqliteError(code, m_database.get());
     }

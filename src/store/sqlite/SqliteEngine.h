@@ -5,7 +5,7 @@
 #include <oVELDRA/Store.h>
 
 #include <dialect/SqlitePrinter.h>
-#include <store/Engine.h>
+#include <store/Engines.h>
 
 #include <optional>
 
@@ -15,11 +15,6 @@ namespace oVELDRA::store {
 class SqliteEngine final : public EngineConnection
 {
 public:
-    enum class Opening : quint8 {
-        Existing, ///< the file must be there
-        Create    ///< made when it is not there
-    };
-
     /// `file` is a path or ":memory:". Throws RuntimeError as connectStore() says.
     SqliteEngine(const QString& file, Access access, Opening opening);
     ~SqliteEngine() override;
@@ -27,14 +22,14 @@ public:
     [[nodiscard]] const dialect::EnginePrinter& printer() const override { return m_printer; }
     [[nodiscard]] dialect::Catalog catalog() override;
     [[nodiscard]] std::unique_ptr<EngineStatement> prepare(const QByteArray& sql) override;
+    void run(const QByteArray& command) override;
+    [[nodiscard]] std::unique_ptr<EngineCursor> openCursor(const QByteArray& sql) override;
     void begin() override;
+    void beginSnapshot() override;
     void commit() override;
     void rollback() noexcept override;
     [[nodiscard]] bool inTransaction() const override;
     void atomically(const std::function<void()>& body) override;
-
-    /// Runs a command of SQLite's own, without parameters.
-    void run(const char* sql);
 
     /// SQLite's connection, for what the engine has no operation for. Stays the engine's.
     [[nodiscard]] sqlite3* handle() const { return m_database.get(); }
