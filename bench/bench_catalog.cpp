@@ -18,6 +18,9 @@
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
+#include <tariff/CsvReader.h>
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
 using bench::bindText;
@@ -47,23 +50,6 @@ struct Setup
     core::Component component{prompts, settings, clock};
 };
 
-/// The cells of a line of the tariff files; quoted ones hold commas and doubled quotes.
-QStringList cellsOf(const QString& line)
-{
-    QStringList cells{QString()};
-    bool quoted = false;
-    for (const QChar c : line) {
-        if (c == u'"') {
-            quoted = !quoted;
-        } else if (c == u',' && !quoted) {
-            cells.append(QString());
-        } else {
-            cells.last() += c;
-        }
-    }
-    return cells;
-}
-
 void loadTariff(ConexionDB& db, const QString& name, const QString& columns)
 {
     QFile csv(QStringLiteral(OVELDRA_TARIFF "/") + name);
@@ -72,10 +58,12 @@ void loadTariff(ConexionDB& db, const QString& name, const QString& columns)
         std::exit(2);
     }
     const auto burst = db.beginBurst();
-    csv.readLine();
-    while (!csv.atEnd()) {
+    const QString text = QString::fromUtf8(csv.readAll());
+    tariff::CsvReader rows(text);
+    std::ignore = rows.next(); // the names of the columns
+    while (const auto row = rows.next()) {
         QStringList values;
-        for (QString cell : cellsOf(QString::fromUtf8(csv.readLine()).chopped(1))) {
+        for (QString cell : *row) {
             values.append(cell.isEmpty() ? u"Null"_s : QString(u'\'' + cell.replace(u'\'', u"''"_s) + u'\''));
         }
         run(db, u"insert into "_s + columns + u" values (" + values.join(u',') + u')');

@@ -113,7 +113,7 @@ bool FirstStart::run(const Report& report)
                            u"Otro programa está preparando las bases de datos de %1."_s.arg(m_folder.path()));
     }
     const std::vector<Database> databases = missing();
-    const SampleContent content(Tariff::builtIn());
+    const SampleContent content(tariff::Tariff::builtIn());
     qsizetype total = 0;
     for (const Database database : databases) {
         total += content.rowCount(database);

@@ -8,6 +8,9 @@
 using namespace Qt::StringLiterals;
 using oVELDRA::ConexionDB;
 using oVELDRA::Database;
+using tariff::Tariff;
+using tariff::TariffPosition;
+using tariff::TariffSuffix;
 
 namespace tornel {
 

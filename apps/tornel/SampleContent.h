@@ -3,10 +3,10 @@
 #include "SampleDeclarations.h"
 #include "SampleStock.h"
 #include "TableLoader.h"
-#include "Tariff.h"
 
 #include <oVELDRA/Store.h>
 
+#include <tariff/Tariff.h>
 #include <vector>
 
 namespace tornel {
@@ -15,7 +15,7 @@ namespace tornel {
 class SampleContent
 {
 public:
-    explicit SampleContent(Tariff tariff);
+    explicit SampleContent(tariff::Tariff tariff);
 
     [[nodiscard]] qsizetype rowCount(oVELDRA::Database database) const;
 
@@ -29,7 +29,7 @@ private:
     void writeStock(oVELDRA::ConexionDB& connection, const RowCounter& counter) const;
     void writeDischarges(oVELDRA::ConexionDB& connection, const RowCounter& counter) const;
 
-    Tariff m_tariff;
+    tariff::Tariff m_tariff;
     std::vector<SampleDeclaration> m_declarations;
     SampleStock m_stock;
 };

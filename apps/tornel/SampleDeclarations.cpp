@@ -1,14 +1,16 @@
 #include "SampleDeclarations.h"
 
 #include "SampleArticles.h"
-#include "Tariff.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 #include <random>
+#include <tariff/Tariff.h>
 
 using namespace Qt::StringLiterals;
+using tariff::Tariff;
+using tariff::TariffPosition;
 
 namespace tornel {
 

@@ -4,9 +4,11 @@
 
 #include <vector>
 
-namespace tornel {
-
+namespace tariff {
 class Tariff;
+} // namespace tariff
+
+namespace tornel {
 
 /// A subitem of a declaration of the host: one article.
 struct SampleSubitem
@@ -50,6 +52,6 @@ struct SampleDeclaration
 /// - IT260103: 2,000 items and 10,000 subitems
 /// - IT260104: with a grouped subitem, which must be refused
 /// - IT260105 … IT260107: ordinary ones
-[[nodiscard]] std::vector<SampleDeclaration> sampleDeclarations(const Tariff& tariff);
+[[nodiscard]] std::vector<SampleDeclaration> sampleDeclarations(const tariff::Tariff& tariff);
 
 } // namespace tornel

@@ -1,13 +1,15 @@
 #include "SampleStock.h"
 
 #include "SampleArticles.h"
-#include "Tariff.h"
 
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <tariff/Tariff.h>
 
 using namespace Qt::StringLiterals;
+using tariff::Tariff;
+using tariff::TariffPosition;
 
 namespace tornel {
 

@@ -7,9 +7,11 @@
 
 #include <vector>
 
-namespace tornel {
-
+namespace tariff {
 class Tariff;
+} // namespace tariff
+
+namespace tornel {
 
 struct SampleCatalog
 {
@@ -98,6 +100,6 @@ struct SampleStock
 };
 
 /// Throws std::logic_error when an export needs more than there is.
-[[nodiscard]] SampleStock sampleStock(const Tariff& tariff, const std::vector<SampleDeclaration>& declarations);
+[[nodiscard]] SampleStock sampleStock(const tariff::Tariff& tariff, const std::vector<SampleDeclaration>& declarations);
 
 } // namespace tornel

@@ -5,16 +5,19 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
-#include <tornel/CsvReader.h>
+#include <tariff/CsvReader.h>
+#include <tariff/Tariff.h>
 #include <tornel/SampleArticles.h>
 #include <tornel/SampleDeclarations.h>
 #include <tornel/SampleStock.h>
 #include <tornel/SqlLiteral.h>
-#include <tornel/Tariff.h>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace tornel;
+using tariff::CsvReader;
+using tariff::Tariff;
+using tariff::TariffPosition;
 
 /// What the demonstration's databases are filled with.
 class tst_SampleData : public QObject

@@ -9,14 +9,13 @@
 #include <nomenclature/SuffixText.h>
 #include <nomenclature/VerificarSufijos.h>
 
-#include <QFile>
 #include <QListView>
 #include <QSet>
 #include <QTest>
 
+#include <tariff/Tariff.h>
 #include <tornel/SqlLiteral.h>
 #include <tornel/TableLoader.h>
-#include <tornel/Tariff.h>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -25,12 +24,6 @@ using namespace oVELDRA::doubles;
 using namespace oVELDRA::nomenclature;
 
 namespace {
-
-QString textOf(const QString& file)
-{
-    QFile data(QStringLiteral(TARIFF_DATA "/") + file);
-    return data.open(QIODevice::ReadOnly) ? QString::fromUtf8(data.readAll()) : QString();
-}
 
 /// A user who answers every question for a value with a text, and with a number when the text is refused.
 class PatientUser final : public core::Prompts
@@ -70,14 +63,14 @@ private Q_SLOTS:
     void searchForEverythingListsTheWholeTariff();
 
 private:
-    std::unique_ptr<tornel::Tariff> m_tariff;
+    std::unique_ptr<tariff::Tariff> m_tariff;
     std::shared_ptr<ConexionDB> m_db;
 };
 
 void tst_WholeTariff::initTestCase()
 {
     QLocale::setDefault(QLocale(u"es_AR"_s));
-    m_tariff = std::make_unique<tornel::Tariff>(textOf(u"ncm.csv"_s), textOf(u"sufidos.csv"_s));
+    m_tariff = std::make_unique<tariff::Tariff>(tariff::Tariff::builtIn());
     QCOMPARE(m_tariff->positions().size(), std::size_t{33'110});
     QCOMPARE(m_tariff->suffixes().size(), std::size_t{4'607});
 
@@ -86,12 +79,12 @@ void tst_WholeTariff::initTestCase()
     const auto burst = m_db->beginBurst();
     const auto uncounted = [] {};
     tornel::TableLoader positions(*m_db, u"NCM", u"[001],[002],[003],[004],[010]", uncounted);
-    for (const tornel::TariffPosition& row : m_tariff->positions()) {
+    for (const tariff::TariffPosition& row : m_tariff->positions()) {
         positions.insert({sql::text(row.subheading), sql::text(row.opening), sql::text(row.control),
                           sql::textOrNull(row.heading), sql::textOrNull(row.text)});
     }
     tornel::TableLoader rules(*m_db, u"sufidos", u"sim,sufijo,detalle", uncounted);
-    for (const tornel::TariffSuffix& row : m_tariff->suffixes()) {
+    for (const tariff::TariffSuffix& row : m_tariff->suffixes()) {
         rules.insert({sql::text(row.selector), sql::text(row.suffix), sql::textOrNull(row.detail)});
     }
     burst->commit();
@@ -101,7 +94,7 @@ void tst_WholeTariff::everyPositionIsFoundInDottedAndCommaForm()
 {
     TestComponent component;
     component.state.g_DBNCM.assign(m_db);
-    for (const tornel::TariffPosition& row : m_tariff->positions()) {
+    for (const tariff::TariffPosition& row : m_tariff->positions()) {
         const QString stored = row.joined();
         QString dotted = stored;
         QCOMPARE(ProcesarNCM(component, dotted), stored);
@@ -116,7 +109,7 @@ void tst_WholeTariff::everyPositionIsFoundInDottedAndCommaForm()
 void tst_WholeTariff::enteredSuffixesOfEveryPositionVerifyWithoutAsking()
 {
     QSet<QString> selectors;
-    for (const tornel::TariffSuffix& row : m_tariff->suffixes()) {
+    for (const tariff::TariffSuffix& row : m_tariff->suffixes()) {
         selectors.insert(row.selector);
     }
     PatientUser user;
@@ -130,7 +123,7 @@ void tst_WholeTariff::enteredSuffixesOfEveryPositionVerifyWithoutAsking()
         ++lists;
         shown.state.chosenSuffix = lines.value(1);
     };
-    for (const tornel::TariffPosition& row : m_tariff->positions()) {
+    for (const tariff::TariffPosition& row : m_tariff->positions()) {
         const QString position = row.joined();
         const auto keys = suffixKeys(position);
         if (std::none_of(keys.begin(), keys.end(), [&](const QString& key) { return selectors.contains(key); })) {

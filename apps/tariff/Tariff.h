@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace tornel {
+namespace tariff {
 
 /// One opening of the customs tariff. Rates are texts with a point as decimal separator, empty when unknown.
 struct TariffPosition
@@ -32,14 +32,14 @@ struct TariffSuffix
     QString detail;
 };
 
-/// The sample of the customs tariff that the demonstration works with.
+/// The customs tariff that comes with the programs (see data/README.md).
 class Tariff
 {
 public:
     /// Reads the two files. Throws std::runtime_error when a header or a row is not as expected.
     Tariff(QStringView positionsCsv, QStringView suffixesCsv);
 
-    /// The sample that is built into the program.
+    /// The one that is built in.
     [[nodiscard]] static Tariff builtIn();
 
     /// In the order of the positions.
@@ -58,4 +58,4 @@ private:
     std::vector<TariffSuffix> m_suffixes;
 };
 
-} // namespace tornel
+} // namespace tariff

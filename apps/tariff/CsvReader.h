@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace tornel {
+namespace tariff {
 
 /// Reads comma-separated text row by row. A cell may stand in quotes; then it may hold commas, line ends and doubled
 /// quotes. Lines end in LF or CR LF; empty lines are passed over.
@@ -27,4 +27,4 @@ private:
     qsizetype m_at = 0;
 };
 
-} // namespace tornel
+} // namespace tariff

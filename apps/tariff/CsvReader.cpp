@@ -1,6 +1,6 @@
 #include "CsvReader.h"
 
-namespace tornel {
+namespace tariff {
 
 CsvReader::CsvReader(QStringView text) : m_text(text)
 {
@@ -62,4 +62,4 @@ std::optional<QStringList> CsvReader::next()
     }
 }
 
-} // namespace tornel
+} // namespace tariff

@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tornel {
+namespace tariff {
 
 namespace {
 
@@ -36,7 +36,7 @@ QString resourceText(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("the tariff sample is not built into the program: " + path.toStdString());
+        throw std::runtime_error("the tariff is not built into the program: " + path.toStdString());
     }
     return QString::fromUtf8(file.readAll());
 }
@@ -67,7 +67,7 @@ Tariff::Tariff(QStringView positionsCsv, QStringView suffixesCsv)
 
 Tariff Tariff::builtIn()
 {
-    return {resourceText(u":/data/ncm.csv"_s), resourceText(u":/data/sufidos.csv"_s)};
+    return {resourceText(u":/tariff/ncm.csv"_s), resourceText(u":/tariff/sufidos.csv"_s)};
 }
 
 const TariffPosition& Tariff::first(QStringView prefix) const
@@ -105,4 +105,4 @@ QString Tariff::sampleSuffixes(const TariffPosition& position) const
     return entries.isEmpty() ? u"SIN SUFIJOS"_s : entries.join(u'-') + u'-';
 }
 
-} // namespace tornel
+} // namespace tariff
