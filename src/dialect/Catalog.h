@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringView>
 
@@ -29,6 +30,7 @@ struct Table
     QString name;
     std::vector<Column> columns;
     std::vector<int> key; ///< columns that together are unique; empty without such a key
+    QByteArray rowMark{}; ///< where there is a choice, the column that tells rows apart and keeps their order
 
     /// Index of a column by name in any letter case, or -1.
     [[nodiscard]] int find(QStringView column) const;

@@ -37,16 +37,6 @@ constexpr std::array functions = {
     Function{u"max", FunctionId::Max, 1, 1, ValueType::Any, true},
 };
 
-/// A count or position argument: a whole number that is not negative.
-qsizetype countOf(const Value& value, const LazySeparators& separators)
-{
-    const double number = numberOf(value, separators);
-    if (!(number >= 0)) {
-        throw RuntimeError(5);
-    }
-    return static_cast<qsizetype>(std::min(number, double{std::numeric_limits<qint32>::max()}));
-}
-
 /// The number at the start of a text, always with a point, 0 without one: what `val` reads.
 double leadingNumber(const QString& text)
 {
@@ -92,6 +82,15 @@ int findFunction(QStringView name)
         return name.compare(function.name, Qt::CaseInsensitive) == 0;
     });
     return found == functions.end() ? -1 : static_cast<int>(found - functions.begin());
+}
+
+qsizetype countOf(const Value& value, const LazySeparators& separators)
+{
+    const double number = numberOf(value, separators);
+    if (!(number >= 0)) {
+        throw RuntimeError(5);
+    }
+    return static_cast<qsizetype>(std::min(number, double{std::numeric_limits<qint32>::max()}));
 }
 
 Value callFunction(FunctionId id, std::span<const Value> arguments, const LazySeparators& separators)

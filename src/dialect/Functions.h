@@ -44,6 +44,9 @@ struct Function
 /// Index of a function by name in any letter case, or -1.
 [[nodiscard]] int findFunction(QStringView name);
 
+/// An argument that counts characters, cut to a whole number. RuntimeError 5 for a negative one, 13 for no number.
+[[nodiscard]] qsizetype countOf(const Value& value, const LazySeparators& separators);
+
 /// The value of a function that is no aggregate and not iif (which does not look at all its arguments).
 /// Throws RuntimeError 5, 13 or 94 as the automation runtime does.
 [[nodiscard]] Value callFunction(FunctionId id, std::span<const Value> arguments, const LazySeparators& separators);

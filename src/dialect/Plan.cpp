@@ -122,6 +122,16 @@ private:
     Plan& m_plan;
 };
 
+void collectColumns(const Expr& expr, std::vector<int>& columns)
+{
+    if (expr.kind == ExprKind::Column && std::find(columns.begin(), columns.end(), expr.column) == columns.end()) {
+        columns.push_back(expr.column);
+    }
+    for (const ExprPtr& arg : expr.args) {
+        collectColumns(*arg, columns);
+    }
+}
+
 void noteWrittenKey(Plan& plan, QStringView columnName)
 {
     const int column = plan.table.find(columnName);
@@ -131,6 +141,13 @@ void noteWrittenKey(Plan& plan, QStringView columnName)
 }
 
 } // namespace
+
+std::vector<int> columnsIn(const Expr& expr)
+{
+    std::vector<int> columns;
+    collectColumns(expr, columns);
+    return columns;
+}
 
 std::unique_ptr<Plan> makePlan(const QString& text, const Catalog& catalog)
 {

@@ -1,58 +1,71 @@
 #include "SqlitePrinter.h"
 
+#include "EngineWriter.h"
 #include "Functions.h"
 
 #include <algorithm>
-#include <span>
 
 namespace oVELDRA::dialect {
 
 namespace {
 
-QByteArray quotedName(const QString& name)
-{
-    QByteArray result = name.toUtf8();
-    result.replace('"', "\"\"");
-    return '"' + result + '"';
-}
-
-bool isText(ValueType type)
-{
-    return type == ValueType::Text;
-}
-
-const char* comparisonSign(ExprKind kind)
-{
-    switch (kind) {
-    case ExprKind::Equal:
-        return " = ";
-    case ExprKind::NotEqual:
-        return " <> ";
-    case ExprKind::Less:
-        return " < ";
-    case ExprKind::LessEqual:
-        return " <= ";
-    case ExprKind::Greater:
-        return " > ";
-    default:
-        return " >= ";
-    }
-}
-
-bool isEquality(ExprKind kind)
-{
-    return kind == ExprKind::Equal || kind == ExprKind::NotEqual || kind == ExprKind::In;
-}
-
 /// Writes one text of a plan.
-class Writer
+class SqliteWriter final : public EngineWriter
 {
 public:
-    Writer(Plan& plan, Matching matching, EngineText& out) : m_plan(plan), m_matching(matching), m_out(out) {}
+    using EngineWriter::EngineWriter;
 
-    void operator()(const Select& select)
+private:
+    [[nodiscard]] QByteArray mark(const Parameter& /*parameter*/) const override
     {
-        m_out.sql += "SELECT ";
+        return '?' + QByteArray::number(m_out.parameters.size());
+    }
+
+    [[nodiscard]] Wrapping wrapping(Operand operand) const override
+    {
+        switch (operand) {
+        case Operand::Plain:
+            return {"rtrim(", ") COLLATE NOCASE"};
+        case Operand::Folded:
+            return {"oveldra_fold(", ")"};
+        case Operand::Ordered:
+            return {"", " COLLATE OVELDRA"};
+        case Operand::Native:
+        case Operand::Whole:
+            break;
+        }
+        return {};
+    }
+
+    [[nodiscard]] bool comparesPlainTexts() const override { return true; }
+    [[nodiscard]] bool comparesWholeNumbers() const override { return false; }
+
+    void writeTruth(const Expr& expr) override { writeValue(expr); }
+
+    void writeComputation(const Expr& expr, const Column* target) override
+    {
+        Computation& computation = m_plan.computations.emplace_back();
+        computation.expr = &expr;
+        computation.target = target;
+        computation.columns = columnsIn(expr);
+        m_out.sql += "oveldra_value(" + parameter({BindAs::Computation, nullptr, nullptr, &computation});
+        for (const int column : computation.columns) {
+            computation.kinds.push_back(m_plan.table.columns[static_cast<size_t>(column)].kind);
+            m_out.sql += ", ";
+            writeColumn(column);
+        }
+        m_out.sql += ')';
+    }
+
+    void writeMatch(const Expr& text, const Expr& pattern) override
+    {
+        m_out.sql += "oveldra_like(";
+        writeValue(text);
+        m_out.sql += ", " + parameter({BindAs::Value, &pattern, nullptr, nullptr}) + ')';
+    }
+
+    void writeQuery(const Select& select) override
+    {
         QByteArray separator;
         for (const Fetched& fetched : m_plan.fetched) {
             m_out.sql += separator;
@@ -67,65 +80,12 @@ public:
         }
         m_out.sql += " FROM " + quotedName(m_plan.table.name);
         writeWhere(select.where.get());
-        const bool aggregated = std::any_of(m_plan.fetched.begin(), m_plan.fetched.end(), [](const Fetched& fetched) {
-            return fetched.expr && fetched.expr->aggregate;
-        });
         if (select.distinct) {
             writeGroups();
         }
-        if (!aggregated) {
+        if (!isAggregated()) {
             writeOrder(select);
         }
-    }
-
-    void operator()(const Insert& insert)
-    {
-        m_out.sql += "INSERT INTO " + quotedName(m_plan.table.name) + " (";
-        QByteArray values;
-        for (size_t i = 0; i < insert.columns.size(); ++i) {
-            const Column& column = columnOf(insert.columns[i]);
-            if (i > 0) {
-                m_out.sql += ", ";
-                values += ", ";
-            }
-            m_out.sql += quotedName(column.name);
-            values += parameter({BindAs::Stored, insert.values[i].get(), &column, nullptr});
-        }
-        m_out.sql += ") VALUES (" + values + ')';
-    }
-
-    void operator()(const Update& update)
-    {
-        m_out.sql += "UPDATE " + quotedName(m_plan.table.name) + " SET ";
-        for (size_t i = 0; i < update.assignments.size(); ++i) {
-            const Assignment& assignment = update.assignments[i];
-            const Column& column = columnOf(assignment.column);
-            m_out.sql += (i > 0 ? ", " : "") + quotedName(column.name) + " = ";
-            if (assignment.value->constant) {
-                m_out.sql += parameter({BindAs::Stored, assignment.value.get(), &column, nullptr});
-            } else {
-                writeComputation(*assignment.value, &column);
-            }
-        }
-        writeWhere(update.where.get());
-    }
-
-    void operator()(const Delete& remove)
-    {
-        m_out.sql += "DELETE FROM " + quotedName(m_plan.table.name);
-        writeWhere(remove.where.get());
-    }
-
-private:
-    [[nodiscard]] const Column& columnOf(const QString& name) const
-    {
-        return m_plan.table.columns[static_cast<size_t>(m_plan.table.find(name))];
-    }
-
-    QByteArray parameter(const Parameter& parameter)
-    {
-        m_out.parameters.push_back(parameter);
-        return '?' + QByteArray::number(m_out.parameters.size());
     }
 
     void writeFetched(const Fetched& fetched)
@@ -149,18 +109,10 @@ private:
         const Function& function = functionTable()[static_cast<size_t>(expr.function)];
         m_out.sql += function.name.toLatin1() + '(';
         writeValue(argument);
-        if (isText(argument.type) && function.id != FunctionId::Count) {
+        if (argument.type == ValueType::Text && function.id != FunctionId::Count) {
             m_out.sql += " COLLATE OVELDRA";
         }
         m_out.sql += ')';
-    }
-
-    void writeWhere(const Expr* where)
-    {
-        if (where) {
-            m_out.sql += " WHERE ";
-            writeCondition(*where);
-        }
     }
 
     void writeGroups()
@@ -188,222 +140,11 @@ private:
             if (item.expr->constant) {
                 continue; // sorts nothing; SQLite would take a number for a column's place
             }
-            writeValue(*item.expr);
-            if (isText(item.expr->type)) {
-                m_out.sql += " COLLATE OVELDRA";
-            }
+            writeOperand(*item.expr, item.expr->type == ValueType::Text ? Operand::Ordered : Operand::Native);
             m_out.sql += item.descending ? " DESC, " : ", ";
         }
         m_out.sql += select.distinct ? "min(rowid)" : "rowid";
     }
-
-    void writeColumn(int column) { m_out.sql += quotedName(m_plan.table.columns[static_cast<size_t>(column)].name); }
-
-    void writeValue(const Expr& expr)
-    {
-        if (expr.constant) {
-            m_out.sql += parameter({BindAs::Value, &expr, nullptr, nullptr});
-        } else if (expr.kind == ExprKind::Column) {
-            writeColumn(expr.column);
-        } else {
-            writeComputation(expr);
-        }
-    }
-
-    void writeComputation(const Expr& expr, const Column* target = nullptr)
-    {
-        Computation& computation = m_plan.computations.emplace_back();
-        computation.expr = &expr;
-        computation.target = target;
-        collectColumns(expr, computation);
-        m_out.sql += "oveldra_value(" + parameter({BindAs::Computation, nullptr, nullptr, &computation});
-        for (const int column : computation.columns) {
-            m_out.sql += ", ";
-            writeColumn(column);
-        }
-        m_out.sql += ')';
-    }
-
-    void collectColumns(const Expr& expr, Computation& computation) const
-    {
-        if (expr.kind == ExprKind::Column && std::find(computation.columns.begin(), computation.columns.end(),
-                                                       expr.column) == computation.columns.end()) {
-            computation.columns.push_back(expr.column);
-            computation.kinds.push_back(m_plan.table.columns[static_cast<size_t>(expr.column)].kind);
-        }
-        for (const ExprPtr& arg : expr.args) {
-            collectColumns(*arg, computation);
-        }
-    }
-
-    /// A long run of conditions as a balanced tree: SQLite bounds how deep an expression may be.
-    void writeRun(std::span<const ExprPtr> conditions, const char* word)
-    {
-        if (conditions.size() == 1) {
-            writeCondition(*conditions.front());
-            return;
-        }
-        const size_t half = conditions.size() / 2;
-        m_out.sql += '(';
-        writeRun(conditions.first(half), word);
-        m_out.sql += word;
-        writeRun(conditions.subspan(half), word);
-        m_out.sql += ')';
-    }
-
-    void writeCondition(const Expr& expr)
-    {
-        if (expr.constant) {
-            writeValue(expr);
-            return;
-        }
-        switch (expr.kind) {
-        case ExprKind::And:
-            writeRun(expr.args, " AND ");
-            break;
-        case ExprKind::Or:
-            writeRun(expr.args, " OR ");
-            break;
-        case ExprKind::Not:
-            m_out.sql += "NOT (";
-            writeCondition(*expr.args[0]);
-            m_out.sql += ')';
-            break;
-        case ExprKind::IsNull:
-            writeValue(*expr.args[0]);
-            m_out.sql += expr.negated ? " IS NOT NULL" : " IS NULL";
-            break;
-        case ExprKind::Like:
-            writeLike(expr);
-            break;
-        case ExprKind::Equal:
-        case ExprKind::NotEqual:
-        case ExprKind::Less:
-        case ExprKind::LessEqual:
-        case ExprKind::Greater:
-        case ExprKind::GreaterEqual:
-        case ExprKind::In:
-        case ExprKind::Between:
-            writeComparison(expr);
-            break;
-        default:
-            writeValue(expr);
-            break;
-        }
-    }
-
-    void writeLike(const Expr& expr)
-    {
-        const Expr& text = *expr.args[0];
-        const Expr& pattern = *expr.args[1];
-        const bool simple = isText(text.type) && !text.constant && isText(pattern.type) && pattern.constant;
-        if (!simple) {
-            writeComputation(expr);
-            return;
-        }
-        if (expr.negated) {
-            m_out.sql += "NOT ";
-        }
-        m_out.sql += '(';
-        if (m_matching == Matching::Plain && !expr.negated && text.kind == ExprKind::Column) {
-            m_out.sql += "rtrim(";
-            writeColumn(text.column);
-            m_out.sql +=
-                ") COLLATE NOCASE >= " + parameter({BindAs::Prefix, &pattern, nullptr, nullptr}) + " AND rtrim(";
-            writeColumn(text.column);
-            m_out.sql += ") COLLATE NOCASE < " + parameter({BindAs::PrefixEnd, &pattern, nullptr, nullptr}) + " AND ";
-        }
-        m_out.sql += "oveldra_like(";
-        writeValue(text);
-        m_out.sql += ", " + parameter({BindAs::Value, &pattern, nullptr, nullptr}) + "))";
-    }
-
-    /// How an operand of a comparison is written.
-    enum class Operand : quint8 { Native, Folded, Trimmed, Ordered };
-
-    void writeComparison(const Expr& expr)
-    {
-        const auto among = [&expr](auto test) {
-            return std::all_of(expr.args.begin(), expr.args.end(), [&test](const ExprPtr& arg) { return test(*arg); });
-        };
-        const bool texts = among([](const Expr& arg) { return isText(arg.type); });
-        const bool dates = among([](const Expr& arg) { return arg.type == ValueType::Date; });
-        const bool numbers = among([](const Expr& arg) {
-            return arg.type == ValueType::Number || arg.type == ValueType::Boolean ||
-                   (arg.constant && arg.type == ValueType::Text);
-        });
-        if (!texts && !dates && !numbers) {
-            writeComputation(expr); // a mixture that only the row can settle
-            return;
-        }
-        Operand operand = Operand::Native;
-        if (texts && !isEquality(expr.kind)) {
-            operand = Operand::Ordered;
-        } else if (texts) {
-            const bool plain =
-                m_matching == Matching::Plain && expr.args[0]->kind == ExprKind::Column &&
-                std::all_of(expr.args.begin() + 1, expr.args.end(), [](const ExprPtr& arg) { return arg->constant; });
-            operand = plain ? Operand::Trimmed : Operand::Folded;
-        }
-        m_out.sql += expr.negated ? "NOT (" : "(";
-        writeOperand(*expr.args[0], operand);
-        if (expr.kind == ExprKind::In) {
-            m_out.sql += " IN (";
-            for (size_t i = 1; i < expr.args.size(); ++i) {
-                m_out.sql += i > 1 ? ", " : "";
-                writeOperand(*expr.args[i], operand);
-            }
-            m_out.sql += ')';
-        } else if (expr.kind == ExprKind::Between) {
-            m_out.sql += " BETWEEN ";
-            writeOperand(*expr.args[1], operand);
-            m_out.sql += " AND ";
-            writeOperand(*expr.args[2], operand);
-        } else {
-            m_out.sql += comparisonSign(expr.kind);
-            writeOperand(*expr.args[1], operand);
-        }
-        m_out.sql += ')';
-    }
-
-    void writeOperand(const Expr& expr, Operand operand)
-    {
-        if (expr.constant) {
-            BindAs as = expr.type == ValueType::Date ? BindAs::Value : BindAs::Number;
-            if (operand == Operand::Folded) {
-                as = BindAs::FoldedText;
-            } else if (operand == Operand::Trimmed) {
-                as = BindAs::PlainText;
-            } else if (operand == Operand::Ordered) {
-                as = BindAs::Value;
-            }
-            m_out.sql += parameter({as, &expr, nullptr, nullptr});
-            return;
-        }
-        switch (operand) {
-        case Operand::Folded:
-            m_out.sql += "oveldra_fold(";
-            writeValue(expr);
-            m_out.sql += ')';
-            break;
-        case Operand::Trimmed:
-            m_out.sql += "rtrim(";
-            writeValue(expr);
-            m_out.sql += ") COLLATE NOCASE";
-            break;
-        case Operand::Ordered:
-            writeValue(expr);
-            m_out.sql += " COLLATE OVELDRA";
-            break;
-        case Operand::Native:
-            writeValue(expr);
-            break;
-        }
-    }
-
-    Plan& m_plan;
-    Matching m_matching;
-    EngineText& m_out;
 };
 
 const char* typeName(ColumnKind kind)
@@ -443,7 +184,7 @@ QByteArray indexColumns(const Table& table, const std::vector<int>& columns)
 void SqlitePrinter::print(Plan& plan) const
 {
     for (const Matching matching : {Matching::Plain, Matching::Exact}) {
-        std::visit(Writer(plan, matching, plan.texts[static_cast<size_t>(matching)]), plan.parsed.statement);
+        SqliteWriter(plan, matching, plan.texts[static_cast<size_t>(matching)]).write();
     }
 }
 
@@ -478,16 +219,11 @@ QByteArray SqlitePrinter::scan(const Table& table, const TableScan& scan) const
 QByteArray SqlitePrinter::insertRows(const Table& table, const std::vector<int>& columns, int rows) const
 {
     QByteArray names;
-    QByteArray marks;
     for (const int column : columns) {
         names += (names.isEmpty() ? "" : ", ") + quotedName(table.columns[static_cast<size_t>(column)].name);
-        marks += marks.isEmpty() ? "?" : ", ?";
     }
-    QByteArray values = '(' + marks + ')';
-    for (int row = 1; row < rows; ++row) {
-        values += ", (" + marks + ')';
-    }
-    return "INSERT INTO " + quotedName(table.name) + " (" + names + ") VALUES " + values;
+    return "INSERT INTO " + quotedName(table.name) + " (" + names + ") VALUES " +
+           valueRows(std::vector<QByteArray>(columns.size(), "?"), rows);
 }
 
 std::vector<QByteArray> SqlitePrinter::createTable(const Table& table,

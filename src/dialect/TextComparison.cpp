@@ -10,12 +10,26 @@ namespace oVELDRA::dialect {
 
 namespace {
 
+constexpr char16_t dottedCapitalI = 0x130; // the only letter whose lower case is two characters
+
 char16_t foldedUnit(char16_t c)
 {
     if (c < 0x80) {
         return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 0x20) : c;
     }
-    return QChar(c).toCaseFolded().unicode();
+    return c == dottedCapitalI ? u'i' : QChar(c).toLower().unicode();
+}
+
+/// Letters beyond the first 65,536 characters have two cases, too.
+void foldPairs(QString& text)
+{
+    for (qsizetype i = 0; i + 1 < text.size(); ++i) {
+        if (text[i].isHighSurrogate() && text[i + 1].isLowSurrogate()) {
+            const char32_t lower = QChar::toLower(QChar::surrogateToUcs4(text[i], text[i + 1]));
+            text[i] = QChar(QChar::highSurrogate(lower));
+            text[i + 1] = QChar(QChar::lowSurrogate(lower));
+        }
+    }
 }
 
 const QCollator& spanishCollator()
@@ -103,6 +117,13 @@ std::string_view withoutTrailingBlanks(std::string_view text)
     return text;
 }
 
+/// A character that stands for itself in a regular expression, inside a list and outside.
+QString escaped(QChar c)
+{
+    const bool plain = c.unicode() >= 0x80 || c.isLetterOrNumber() || c == u' ';
+    return plain ? QString(c) : QString(QStringLiteral("\\") + c);
+}
+
 QString fromUtf8(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -126,8 +147,13 @@ bool isAscii(QStringView text)
 QString folded(QStringView text)
 {
     QString result = withoutTrailingBlanks(text).toString();
+    bool pairs = false;
     for (QChar& c : result) {
+        pairs = pairs || c.isHighSurrogate();
         c = QChar(foldedUnit(c.unicode()));
+    }
+    if (pairs) {
+        foldPairs(result);
     }
     return result;
 }
@@ -136,9 +162,7 @@ bool equalTexts(QStringView a, QStringView b)
 {
     const QStringView left = withoutTrailingBlanks(a);
     const QStringView right = withoutTrailingBlanks(b);
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(), [](QChar x, QChar y) {
-               return foldedUnit(x.unicode()) == foldedUnit(y.unicode());
-           });
+    return left == right || (left.size() == right.size() && folded(left) == folded(right));
 }
 
 int spanishOrder(QStringView a, QStringView b)
@@ -182,25 +206,67 @@ bool LikePattern::matchesOne(qsizetype at, char16_t c, qsizetype& next) const
     if (p == u'_') {
         return true;
     }
-    const qsizetype close = p == u'[' ? m_pattern.indexOf(u']', at + 1) : -1;
-    if (close < 0) {
+    const std::optional<List> list = p == u'[' ? listAt(at) : std::nullopt;
+    if (!list) {
         return p == c; // an ordinary character, or a bracket that nothing closes
     }
-    next = close + 1;
-    qsizetype i = at + 1;
-    const bool excluded = m_pattern[i] == u'!';
-    if (excluded) {
-        ++i;
-    }
+    next = list->end + 1;
     bool listed = false;
-    while (i < close) {
+    for (qsizetype i = list->begin; i < list->end;) {
         const char16_t from = m_pattern[i].unicode();
-        const bool range = i + 2 < close && m_pattern[i + 1] == u'-';
+        const bool range = i + 2 < list->end && m_pattern[i + 1] == u'-';
         const char16_t to = range ? m_pattern[i + 2].unicode() : from;
         listed = listed || (c >= from && c <= to);
         i += range ? 3 : 1;
     }
-    return listed != excluded;
+    return listed != list->excluded;
+}
+
+std::optional<LikePattern::List> LikePattern::listAt(qsizetype at) const
+{
+    const qsizetype close = m_pattern.indexOf(u']', at + 1);
+    if (close < 0) {
+        return std::nullopt;
+    }
+    const bool excluded = m_pattern[at + 1] == u'!';
+    return List{excluded ? at + 2 : at + 1, close, excluded};
+}
+
+QString LikePattern::expression() const
+{
+    QString result = QStringLiteral("^");
+    for (qsizetype at = 0; at < m_pattern.size(); ++at) {
+        const QChar c = m_pattern[at];
+        const std::optional<List> list = c == u'[' ? listAt(at) : std::nullopt;
+        if (list) {
+            result += listExpression(*list);
+            at = list->end;
+        } else if (c != u'%') {
+            result += c == u'_' ? QStringLiteral(".") : escaped(c);
+        } else if (!result.endsWith(QStringLiteral(".*"))) {
+            result += QStringLiteral(".*");
+        }
+    }
+    return result + u'$';
+}
+
+QString LikePattern::listExpression(const List& list) const
+{
+    QString listed;
+    for (qsizetype i = list.begin; i < list.end;) {
+        const bool range = i + 2 < list.end && m_pattern[i + 1] == u'-';
+        const QChar to = m_pattern[range ? i + 2 : i];
+        if (m_pattern[i] == to) {
+            listed += escaped(to);
+        } else if (m_pattern[i] < to) {
+            listed += escaped(m_pattern[i]) + u'-' + escaped(to);
+        }
+        i += range ? 3 : 1;
+    }
+    if (listed.isEmpty()) {
+        return list.excluded ? QStringLiteral(".") : QStringLiteral("(?!)"); // any character, or none at all
+    }
+    return (list.excluded ? QStringLiteral("[^") : QStringLiteral("[")) + listed + u']';
 }
 
 template <typename Text>

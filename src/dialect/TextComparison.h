@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,9 +41,22 @@ public:
     /// The ordinary characters that every match begins with, as written.
     [[nodiscard]] static QStringView prefixOf(QStringView pattern);
 
+    /// The pattern as a regular expression in POSIX's extended words with escapes by backslash, for texts in lower
+    /// case.
+    [[nodiscard]] QString expression() const;
+
 private:
     template <typename Text>
     [[nodiscard]] bool matchesUnits(const Text& text) const;
+    /// An element of the pattern that is a list of characters; `begin` and `end` are those of what it lists.
+    struct List
+    {
+        qsizetype begin;
+        qsizetype end;
+        bool excluded;
+    };
+    [[nodiscard]] std::optional<List> listAt(qsizetype at) const;
+    [[nodiscard]] QString listExpression(const List& list) const;
     [[nodiscard]] bool matchesOne(qsizetype at, char16_t c, qsizetype& next) const;
 
     QString m_pattern; ///< case folded

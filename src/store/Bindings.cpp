@@ -1,8 +1,11 @@
 #include "Bindings.h"
 
+#include <dialect/Functions.h>
 #include <dialect/TextComparison.h>
 
 #include <QStringEncoder>
+
+#include <cmath>
 
 namespace oVELDRA::store {
 
@@ -46,6 +49,11 @@ public:
             return true;
         case BindAs::PlainText:
             return bindPlainText(*parameter.expr);
+        case BindAs::Whole:
+            return bindWhole(*parameter.expr);
+        case BindAs::Count:
+            bindCount(*parameter.expr);
+            return true;
         case BindAs::Prefix:
         case BindAs::PrefixEnd:
             return bindPrefix(parameter);
@@ -70,9 +78,37 @@ private:
             m_bindings.addReal(dialect::numberOf(value, m_separators));
         } else if (parameter.as == BindAs::FoldedText) {
             m_bindings.addText(dialect::folded(dialect::textOf(value, m_separators)));
+        } else if (parameter.as == BindAs::Expression) {
+            m_bindings.addText(dialect::LikePattern(dialect::textOf(value, m_separators)).expression());
         } else {
             m_bindings.add(value);
         }
+    }
+
+    void bindCount(const dialect::Expr& expr)
+    {
+        const Value value = valueOf(expr);
+        if (value.isNull()) {
+            m_bindings.addNull();
+        } else {
+            m_bindings.addInteger(dialect::countOf(value, m_separators));
+        }
+    }
+
+    bool bindWhole(const dialect::Expr& expr)
+    {
+        const Value value = valueOf(expr);
+        if (value.isNull()) {
+            m_bindings.addNull();
+            return true;
+        }
+        constexpr double largest = 1LL << 53; // up to here every whole number is one
+        const double number = dialect::numberOf(value, m_separators);
+        if (number != std::trunc(number) || std::abs(number) > largest) {
+            return false;
+        }
+        m_bindings.addInteger(static_cast<qint64>(number));
+        return true;
     }
 
     bool bindPlain(QStringView text)

@@ -71,6 +71,10 @@ public:
     /// False also after the engine gave a transaction up by itself (a full disk).
     [[nodiscard]] virtual bool inTransaction() const = 0;
 
+    /// Whether a transaction goes on after a statement in it has failed; otherwise only what runs in atomically() may
+    /// fail in it.
+    [[nodiscard]] virtual bool survivesErrors() const = 0;
+
     /// Runs `body` so that an error leaves nothing of it, inside or outside of a transaction.
     virtual void atomically(const std::function<void()>& body) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "Schema.h"
 #include "StoreError.h"
+#include "postgres/PostgresEngine.h"
 #include "sqlite/SqliteEngine.h"
 
 namespace oVELDRA::store {
@@ -13,6 +14,9 @@ std::unique_ptr<EngineConnection> openEngine(const QString& url, Access access, 
     const QString file = u"sqlite:"_s;
     if (url.startsWith(file, Qt::CaseInsensitive) && url.size() > file.size()) {
         return std::make_unique<SqliteEngine>(url.mid(file.size()), access, opening);
+    }
+    if (url.startsWith(u"postgresql:"_s, Qt::CaseInsensitive)) {
+        return std::make_unique<PostgresEngine>(PostgresAddress::of(url), access, opening);
     }
     throw RuntimeError(5, u"No se reconoce la dirección de la base de datos: '%1'."_s.arg(url), u"oVELDRA.store"_s);
 }
@@ -30,6 +34,9 @@ void createTables(EngineConnection& engine, Database schema)
 {
     const dialect::Catalog present = engine.catalog();
     engine.atomically([&] {
+        for (const QByteArray& command : engine.printer().setUp()) {
+            engine.run(command);
+        }
         for (const TableSchema& table : schemaOf(schema)) {
             if (present.find(table.table.name)) {
                 throw storeError(Trouble::AlreadyThere, table.table.name);

@@ -1,6 +1,7 @@
 #include "StoreConnection.h"
 
 #include "Engines.h"
+#include "RowWork.h"
 #include "StoreError.h"
 
 #include <dialect/Parser.h>
@@ -156,7 +157,9 @@ std::unique_ptr<Recordset> StoreConnection::runQuery()
     EngineStatement& statement = statementFor(prepared, bind(prepared));
     RecordData data(prepared.fetchedKinds);
     statement.query(m_bindings, data);
-    if (!plan.direct) {
+    if (plan.here) {
+        data = RowWork(plan, m_literals, *m_separators).result(data, prepared.resultKinds);
+    } else if (!plan.direct) {
         data = computed(prepared, data);
     }
     return std::make_unique<StaticRecordset>(prepared.names, std::move(data));
@@ -175,8 +178,19 @@ qint64 StoreConnection::runCommand()
     ensureTransaction();
     const dialect::Matching matching = bind(prepared);
     EngineStatement& statement = statementFor(prepared, matching);
-    return writesUnindexedKey(plan, plan.texts[static_cast<size_t>(matching)]) ? executeWithKeyCheck(plan, statement)
-                                                                               : statement.execute(m_bindings);
+    if (plan.here) {
+        return executeHere(prepared, statement);
+    }
+    if (writesUnindexedKey(plan, plan.texts[static_cast<size_t>(matching)])) {
+        return executeWithKeyCheck(plan, statement);
+    }
+    if (plan.writtenKey.empty() || !m_engine->inTransaction() || m_engine->survivesErrors()) {
+        return statement.execute(m_bindings);
+    }
+    // A duplicate key is an error that the rules count on: what was done before it must stay.
+    qint64 affected = 0;
+    m_engine->atomically([&] { affected = statement.execute(m_bindings); });
+    return affected;
 }
 
 StoreConnection::Prepared& StoreConnection::preparedStatement()
@@ -231,7 +245,7 @@ StoreConnection::Prepared StoreConnection::makePrepared()
         names->push_back(column.name);
     }
     prepared.names = std::move(names);
-    prepared.fetchedKinds = kindsOf(prepared.plan->fetched);
+    prepared.fetchedKinds = prepared.plan->here ? RowWork::kindsOf(*prepared.plan) : kindsOf(prepared.plan->fetched);
     prepared.resultKinds = kindsOf(prepared.plan->columns);
     return prepared;
 }
@@ -278,7 +292,10 @@ RecordData StoreConnection::computed(const Prepared& prepared, const RecordData&
 /// Engines' unique indexes know which ASCII letters are the same, not that ñ and Ñ are.
 bool StoreConnection::writesUnindexedKey(const dialect::Plan& plan, const dialect::EngineText& text) const
 {
-    for (size_t i = 0; i < text.parameters.size() && !plan.writtenKey.empty(); ++i) {
+    if (plan.writtenKey.empty() || m_engine->printer().duplicateKeys(plan.table).isEmpty()) {
+        return false;
+    }
+    for (size_t i = 0; i < text.parameters.size(); ++i) {
         const dialect::Parameter& parameter = text.parameters[i];
         const dialect::Column* const target = parameter.computation ? parameter.computation->target : parameter.column;
         const bool key = target && std::any_of(plan.writtenKey.begin(), plan.writtenKey.end(), [&](int column) {
@@ -304,6 +321,20 @@ qint64 StoreConnection::executeWithKeyCheck(const dialect::Plan& plan, EngineSta
         if (duplicates.rows() > 0) {
             throw storeError(Trouble::DuplicateKey, plan.table.name);
         }
+    });
+    return affected;
+}
+
+qint64 StoreConnection::executeHere(Prepared& prepared, EngineStatement& rows)
+{
+    qint64 affected = 0;
+    m_engine->atomically([&] {
+        RecordData found(prepared.fetchedKinds);
+        rows.query(m_bindings, found);
+        if (!prepared.rowStatement) {
+            prepared.rowStatement = m_engine->prepare(prepared.plan->here->write);
+        }
+        affected = RowWork(*prepared.plan, m_literals, *m_separators).write(found, *prepared.rowStatement);
     });
     return affected;
 }

@@ -40,6 +40,7 @@ private:
         std::shared_ptr<const ColumnKinds> fetchedKinds;
         std::shared_ptr<const ColumnKinds> resultKinds;
         std::array<std::unique_ptr<EngineStatement>, 2> statements;
+        std::unique_ptr<EngineStatement> rowStatement; ///< writes one row, for what is worked out here
     };
 
     [[nodiscard]] std::unique_ptr<Recordset> runQuery();
@@ -54,6 +55,7 @@ private:
     [[nodiscard]] RecordData computed(const Prepared& prepared, const RecordData& fetched) const;
     [[nodiscard]] bool writesUnindexedKey(const dialect::Plan& plan, const dialect::EngineText& text) const;
     qint64 executeWithKeyCheck(const dialect::Plan& plan, EngineStatement& statement);
+    qint64 executeHere(Prepared& prepared, EngineStatement& rows);
 
     void enterBurst() { ++m_burstDepth; }
     void leaveBurst();

@@ -37,6 +37,10 @@ QString textOf(Trouble trouble)
         return u"La base de datos está en una carpeta de red, donde varios puestos podrían dañarla. Use el servidor de "
                u"base de "
                "datos."_s;
+    case Trouble::ServerGone:
+        return u"No hay conexión con el servidor de base de datos; lo que no estaba confirmado no se guardó."_s;
+    case Trouble::NoSchema:
+        return u"El servidor no tiene ese esquema."_s;
     case Trouble::Other:
         break;
     }

@@ -19,6 +19,8 @@ enum class Trouble : int {
     Locked = 3218,
     NoDatabase = 3343,
     NetworkFolder = 3435,
+    NoSchema = 3011,
+    ServerGone = 3151,
     Other = 3146
 };
 

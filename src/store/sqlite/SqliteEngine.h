@@ -29,6 +29,7 @@ public:
     void commit() override;
     void rollback() noexcept override;
     [[nodiscard]] bool inTransaction() const override;
+    [[nodiscard]] bool survivesErrors() const override { return true; }
     void atomically(const std::function<void()>& body) override;
 
     /// SQLite's connection, for what the engine has no operation for. Stays the engine's.
