@@ -432,6 +432,11 @@ QByteArray typeOf(const Column& column)
 
 } // namespace
 
+QByteArray PostgresPrinter::lockKey(const char* schema)
+{
+    return QByteArray("hashtextextended('oVELDRA ' || ") + schema + ", 0)";
+}
+
 void PostgresPrinter::print(Plan& plan) const
 {
     constexpr std::array both = {Matching::Plain, Matching::Exact};
@@ -491,7 +496,10 @@ std::vector<QByteArray> PostgresPrinter::setUp() const
     return {"CREATE COLLATION IF NOT EXISTS \"oveldra\" (provider = icu, locale = 'es-AR-u-kk-ks-level2', "
             "deterministic = false)",
             QByteArray("DO $$ BEGIN CREATE DOMAIN ") + yesNoDomain +
-                " AS smallint; EXCEPTION WHEN duplicate_object THEN NULL; END $$"};
+                " AS smallint; EXCEPTION WHEN duplicate_object THEN NULL; END $$",
+            "CREATE OR REPLACE FUNCTION oveldra_wait() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+            "PERFORM pg_advisory_xact_lock_shared(" +
+                lockKey("TG_TABLE_SCHEMA") + "); RETURN NULL; END $$"};
 }
 
 std::vector<QByteArray> PostgresPrinter::createTable(const Table& table,
@@ -505,6 +513,8 @@ std::vector<QByteArray> PostgresPrinter::createTable(const Table& table,
     const QByteArray name = quotedName(table.name);
     std::vector<QByteArray> result;
     result.push_back("CREATE TABLE " + name + " (" + columns + ')');
+    result.push_back("CREATE TRIGGER oveldra_wait BEFORE INSERT OR UPDATE OR DELETE ON " + name +
+                     " FOR EACH STATEMENT EXECUTE FUNCTION oveldra_wait()");
     if (!table.key.empty()) {
         result.push_back("CREATE UNIQUE INDEX " + quotedName(table.name + QStringView(u"_KEY")) + " ON " + name +
                          indexColumns(table, table.key));

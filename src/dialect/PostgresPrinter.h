@@ -6,6 +6,8 @@ namespace oVELDRA::dialect {
 
 /// PostgreSQL's words. A database needs setUp() before its tables:
 ///
+/// - function `oveldra_wait`, a trigger of each table of createTable(): what writes waits for a write scope of another
+///   connection to end, which holds the lock of lockKey() alone;
 /// - collation `oveldra`: Spanish alphabetical order by ICU, letters of both cases alike;
 /// - domain `oveldra_yes_no`: what tells a yes/no column from one that keeps a small integer;
 /// - in each table of createTable() the column `rowMark`, which keeps the order of the rows and that `select *` does
@@ -21,6 +23,9 @@ public:
     static constexpr const char* yesNoDomain = "oveldra_yes_no";
     /// The mark of the rows of a table without that column.
     static constexpr const char* placeMark = "ctid";
+
+    /// The key of the lock of a schema, whose name is the value of that SQL expression.
+    [[nodiscard]] static QByteArray lockKey(const char* schema);
 
     void print(Plan& plan) const override;
     [[nodiscard]] QByteArray duplicateKeys(const Table& /*table*/) const override { return {}; }

@@ -1,4 +1,5 @@
 #include "Corpus.h"
+#include "doubles/TestStores.h"
 
 #include <oVELDRA/Store.h>
 
@@ -8,6 +9,7 @@
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
+using oVELDRA::doubles::TestStores;
 
 /// Runs the statement files: each file on fresh sample databases, its records in order.
 class tst_Statements : public QObject
@@ -29,9 +31,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         Databases databases;
-        databases[u"inputs"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Inputs);
-        databases[u"nomenclature"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Nomenclature);
-        databases[u"host"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Host);
+        databases[u"inputs"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Inputs);
+        databases[u"nomenclature"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Nomenclature);
+        databases[u"host"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Host);
         loadSample(databases);
         int wrong = 0;
         const std::vector<Record> records = readCorpus(file);
@@ -52,9 +54,9 @@ private Q_SLOTS:
     void repeatedStatementsGiveTheSame()
     {
         Databases databases;
-        databases[u"nomenclature"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Nomenclature);
-        databases[u"inputs"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Inputs);
-        databases[u"host"_s] = oVELDRA::createStore(u"sqlite::memory:"_s, oVELDRA::Database::Host);
+        databases[u"nomenclature"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Nomenclature);
+        databases[u"inputs"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Inputs);
+        databases[u"host"_s] = oVELDRA::createStore(TestStores::newUrl(), oVELDRA::Database::Host);
         loadSample(databases);
         for (const Record& record : readCorpus(u"screens.txt"_s)) {
             if (!record.statement.startsWith(u"select"_s)) {

@@ -452,9 +452,8 @@ std::unique_ptr<EngineCursor> PostgresEngine::openCursor(const QByteArray& sql)
 
 void PostgresEngine::begin()
 {
-    // All seats that write to a schema take its one lock first; it is let go when the transaction ends, however it
-    // does.
-    run("BEGIN; SELECT pg_advisory_xact_lock(hashtextextended('oVELDRA ' || current_schema(), 0))");
+    // Whoever else writes to the schema waits; the lock is let go when the transaction ends, however it does.
+    run("BEGIN; SELECT pg_advisory_xact_lock(" + dialect::PostgresPrinter::lockKey("current_schema()") + ')');
 }
 
 void PostgresEngine::beginSnapshot()
