@@ -80,7 +80,7 @@ Result runPrepared(PGconn* server, const char* name, const std::array<const char
 std::string equals(const std::string& column, int parameter)
 {
     return "(lower(translate(rtrim(\"" + column +
-           "\"), '\u0130\u03A3', 'i\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\") = $" + std::to_string(parameter);
+           "\"), '\u0130\u212A\u03A3', '\uE000\uE001\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\") = $" + std::to_string(parameter);
 }
 
 bool oneRowSelect(const QString& url)

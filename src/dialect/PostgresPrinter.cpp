@@ -15,8 +15,10 @@ struct NoWords
 
 QByteArray lowerCase(const QByteArray& text)
 {
-    // The two letters whose lower case is not one letter of its own: it depends on the letters around, or is two.
-    return "(lower(translate(" + text + ", '\u0130\u03A3', 'i\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\")";
+    // What ICU does in another way than we: two letters that have lower cases of their own with us, and the sigma,
+    // whose lower case depends on the letters around it.
+    return "(lower(translate(" + text +
+           ", '\u0130\u212A\u03A3', '\uE000\uE001\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\")";
 }
 
 QByteArray folded(const QByteArray& text)

@@ -10,14 +10,24 @@ namespace oVELDRA::dialect {
 
 namespace {
 
-constexpr char16_t dottedCapitalI = 0x130; // the only letter whose lower case is two characters
+// The two letters beyond ASCII whose lower case begins in ASCII. A text of ASCII letters would equal them in one way of
+// comparing and not in another; so they have lower cases of their own, from the private use area, on every engine.
+constexpr char16_t dottedCapitalI = 0x130;
+constexpr char16_t kelvinSign = 0x212A;
 
 char16_t foldedUnit(char16_t c)
 {
     if (c < 0x80) {
         return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 0x20) : c;
     }
-    return c == dottedCapitalI ? u'i' : QChar(c).toLower().unicode();
+    switch (c) {
+    case dottedCapitalI:
+        return u'\uE000';
+    case kelvinSign:
+        return u'\uE001';
+    default:
+        return QChar(c).toLower().unicode();
+    }
 }
 
 /// Letters beyond the first 65,536 characters have two cases, too.

@@ -25,6 +25,7 @@ private Q_SLOTS:
         QTest::newRow("the screens' statements") << u"screens.txt"_s;
         QTest::newRow("what the words mean") << u"dialect.txt"_s;
         QTest::newRow("what is refused") << u"errors.txt"_s;
+        QTest::newRow("where engines could differ") << u"engines.txt"_s;
     }
 
     void files()
@@ -71,7 +72,7 @@ private Q_SLOTS:
     /// Printing a statement's tree and reading that back gives the same tree.
     void printedTreesReadBack()
     {
-        for (const QString& file : {u"screens.txt"_s, u"dialect.txt"_s}) {
+        for (const QString& file : {u"screens.txt"_s, u"dialect.txt"_s, u"engines.txt"_s}) {
             for (const Record& record : readCorpus(file)) {
                 const oVELDRA::dialect::ParsedStatement tree = oVELDRA::dialect::parse(record.statement);
                 const QString printed = oVELDRA::dialect::printJet(tree);
