@@ -254,7 +254,7 @@ private:
             m_out.sql += "NULL"; // a list of constants still gives a row for each row
         }
         writeFrom(select);
-        if (isAggregated()) {
+        if (isAggregated() || findsOneRow(select)) {
             return;
         }
         m_out.sql += " ORDER BY ";
@@ -265,6 +265,25 @@ private:
             }
         }
         m_out.sql += m_plan.table.rowMark;
+    }
+
+    /// Whether the condition names the whole key. What the screens ask most is asked in this way, and even a single row
+    /// takes time to sort.
+    [[nodiscard]] bool findsOneRow(const Select& select) const
+    {
+        const std::vector<int>& key = m_plan.table.key;
+        const auto isNamed = [&select](int column) {
+            const auto names = [column](const Expr& condition) {
+                return condition.kind == ExprKind::Equal && condition.args[0]->column == column &&
+                       condition.args[0]->kind == ExprKind::Column && condition.args[1]->constant;
+            };
+            return names(*select.where) ||
+                   (select.where->kind == ExprKind::And &&
+                    std::any_of(select.where->args.begin(), select.where->args.end(),
+                                [&names](const ExprPtr& condition) { return names(*condition); }));
+        };
+        return m_plan.table.rowMark == PostgresPrinter::rowMark && select.where && !key.empty() &&
+               std::all_of(key.begin(), key.end(), isNamed);
     }
 
     void writeFrom(const Select& select)

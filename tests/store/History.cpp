@@ -238,8 +238,9 @@ Step History::editedHeader(const ReferenceModel& model)
 
 Step History::renumbering(const ReferenceModel& model)
 {
-    const QString number = m_dice.chance(60) ? m_words.declaration()
-                                             : m_words.spelling(m_words.presentText(model, u"DIP"_s, u"ARTDCL"_s, u"Y"_s));
+    const QString number = m_dice.chance(60)
+                               ? m_words.declaration()
+                               : m_words.spelling(m_words.presentText(model, u"DIP"_s, u"ARTDCL"_s, u"Y"_s));
     return Renumbering{m_dice.below(1000), number};
 }
 
@@ -281,24 +282,22 @@ Step History::discharge(const ReferenceModel& model)
     const Said waste = quotedNumber(m_words.number(percentageDecimals), percentageDecimals);
     const Condition which = ofDeclaration(m_words.spelling(number)) && is(u"ARTITM"_s, threeDigitsOf(item)) &&
                             is(u"ARTSBT"_s, threeDigitsOf(subitem));
-    const Assignment balance = m_dice.chance(60)
-                                   ? lessened(u"ARTDSC"_s, cdblOf(quantity, 3))
-                                   : Assignment{u"ARTDSC"_s, quotedNumber(m_words.number(3), 3)};
-    return Statements{
-        {insertInto(u"DIP"_s, {{u"ARTDCL"_s, quoted(m_words.spelling(number))},
-                               {u"ARTNRO"_s, quoted(articles.cell(article, u"ARTNRO").toString())},
-                               {u"ARTITM"_s, threeDigitsOf(item)},
-                               {u"ARTSBT"_s, threeDigitsOf(subitem)},
-                               {u"RALCAN"_s, quotedNumber(quantity, 3)},
-                               {u"EXTINT"_s, quoted(m_words.interno())},
-                               {u"EXTSBT"_s, bare(m_dice.below(6))},
-                               {u"EXTNOF"_s, quoted(m_words.export_())},
-                               {u"EXTFOF"_s, dateValue(m_words.date())},
-                               {u"RIPMER"_s, waste},
-                               {u"TRPMER"_s, bare(-m_dice.below(2))},
-                               {u"PRDMUL"_s, quotedNumber(m_words.number(1), 1)}}),
-         update(u"INS"_s, {balance}, which)},
-        anyScope()};
+    const Assignment balance = m_dice.chance(60) ? lessened(u"ARTDSC"_s, cdblOf(quantity, 3))
+                                                 : Assignment{u"ARTDSC"_s, quotedNumber(m_words.number(3), 3)};
+    return Statements{{insertInto(u"DIP"_s, {{u"ARTDCL"_s, quoted(m_words.spelling(number))},
+                                             {u"ARTNRO"_s, quoted(articles.cell(article, u"ARTNRO").toString())},
+                                             {u"ARTITM"_s, threeDigitsOf(item)},
+                                             {u"ARTSBT"_s, threeDigitsOf(subitem)},
+                                             {u"RALCAN"_s, quotedNumber(quantity, 3)},
+                                             {u"EXTINT"_s, quoted(m_words.interno())},
+                                             {u"EXTSBT"_s, bare(m_dice.below(6))},
+                                             {u"EXTNOF"_s, quoted(m_words.export_())},
+                                             {u"EXTFOF"_s, dateValue(m_words.date())},
+                                             {u"RIPMER"_s, waste},
+                                             {u"TRPMER"_s, bare(-m_dice.below(2))},
+                                             {u"PRDMUL"_s, quotedNumber(m_words.number(1), 1)}}),
+                       update(u"INS"_s, {balance}, which)},
+                      anyScope()};
 }
 
 Step History::bulkEdit(const ReferenceModel& model)
@@ -342,11 +341,11 @@ Step History::failingBurst(const ReferenceModel& model)
 StatementPtr History::insertedHeader(const ReferenceModel& model)
 {
     const QString number = m_words.presentText(model, u"INTINS"_s, u"INTDCL"_s, m_words.declaration());
-    return insertInto(u"INTINS"_s, {{u"INTNRO"_s, quoted(m_words.interno())},
-                                    {u"INTDCL"_s, quoted(m_dice.chance(50) ? m_words.spelling(number)
-                                                                           : m_words.declaration())},
-                                    {u"INTFOF"_s, dateValue(m_words.date())},
-                                    {u"INTIOK"_s, bare(m_dice.below(3) - 1)}});
+    return insertInto(u"INTINS"_s,
+                      {{u"INTNRO"_s, quoted(m_words.interno())},
+                       {u"INTDCL"_s, quoted(m_dice.chance(50) ? m_words.spelling(number) : m_words.declaration())},
+                       {u"INTFOF"_s, dateValue(m_words.date())},
+                       {u"INTIOK"_s, bare(m_dice.below(3) - 1)}});
 }
 
 StatementPtr History::refusedText()

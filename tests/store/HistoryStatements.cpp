@@ -53,15 +53,6 @@ QString found(const QStringList& rows)
     return u"found %1:\n%2"_s.arg(rows.size()).arg(rows.join(u'\n'));
 }
 
-QString rowText(const std::vector<QVariant>& cells)
-{
-    QStringList texts;
-    for (const QVariant& cell : cells) {
-        texts << cellText(cell);
-    }
-    return texts.join(u" | ");
-}
-
 class Insert final : public Statement
 {
 public:
@@ -279,6 +270,15 @@ private:
 };
 
 } // namespace
+
+QString rowText(const Row& cells)
+{
+    QStringList texts;
+    for (const QVariant& cell : cells) {
+        texts << cellText(cell);
+    }
+    return texts.join(u" | ");
+}
 
 QString Statement::outcome(ReferenceModel& model) const
 {

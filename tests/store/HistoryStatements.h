@@ -38,6 +38,9 @@ using StatementPtr = std::shared_ptr<const Statement>;
 /// The rows of a query as a text each. Throws the connection's reason when it cannot be opened.
 [[nodiscard]] QStringList rowTexts(ConexionDB& store, const QString& query, const QStringList& columns);
 
+/// Cells as one text.
+[[nodiscard]] QString rowText(const Row& cells);
+
 /// A column and the value for it: a Said, or worked out from the row that is changed.
 struct Assignment
 {

@@ -57,9 +57,9 @@ QString HistoryWords::declaration()
 
 QString HistoryWords::word()
 {
-    static const std::vector<QString> parts{u"chapa"_s, u"Ñu"_s,  u"año"_s, u"ÁRBOL"_s, u"arbol"_s, u"pingüino"_s,
-                                            u"m2"_s,    u"(B)"_s, u"1.5"_s, u"x*y"_s,   u"50%"_s,   u"a_b"_s,
-                                            u"[z]"_s,   u"\\d+"_s, u"^"_s,  u"$|?"_s,   u"{3}"_s,   u"#1&2"_s};
+    static const std::vector<QString> parts{u"chapa"_s, u"Ñu"_s,   u"año"_s, u"ÁRBOL"_s, u"arbol"_s, u"pingüino"_s,
+                                            u"m2"_s,    u"(B)"_s,  u"1.5"_s, u"x*y"_s,   u"50%"_s,   u"a_b"_s,
+                                            u"[z]"_s,   u"\\d+"_s, u"^"_s,   u"$|?"_s,   u"{3}"_s,   u"#1&2"_s};
     return m_dice.oneOf(parts);
 }
 
@@ -157,8 +157,8 @@ QString HistoryWords::presentText(const ReferenceModel& model, const QString& ta
 Said HistoryWords::likelyValue(const ReferenceModel& model, const QString& table, const dialect::Column& column)
 {
     const std::vector<Row>& rows = model.table(table).rows;
-    const QVariant cell = rows.empty() || m_dice.chance(20) ? QVariant()
-                                                            : model.table(table).cell(m_dice.oneOf(rows), column.name);
+    const QVariant cell =
+        rows.empty() || m_dice.chance(20) ? QVariant() : model.table(table).cell(m_dice.oneOf(rows), column.name);
     if (!cell.isValid()) {
         Said value = valueFor(column);
         return value.value.isValid() ? value : quoted({});

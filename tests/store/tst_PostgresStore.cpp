@@ -202,6 +202,31 @@ private Q_SLOTS:
         QVERIFY(plan->texts[0].sql.endsWith("FOR UPDATE"));
     }
 
+    void onlyASingleRowIsNotSorted_data()
+    {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<bool>("sorted");
+        QTest::newRow("whole key") << u"select * from PRD where CATNRO = 'a' and PRDNRO = 'b'"_s << false;
+        QTest::newRow("whole key and more")
+            << u"select * from PRD where PRDMUL > 0 and PRDNRO = 'b' and CATNRO = 'a'"_s << false;
+        QTest::newRow("key of one column") << u"select * from INTINS where INTDCL = 'a'"_s << false;
+        QTest::newRow("half a key") << u"select * from PRD where PRDNRO = 'b' and PRDNRO = 'c'"_s << true;
+        QTest::newRow("one or the other") << u"select * from PRD where CATNRO = 'a' or PRDNRO = 'b'"_s << true;
+        QTest::newRow("another comparison") << u"select * from INTINS where INTDCL > 'a'"_s << true;
+        QTest::newRow("another column") << u"select * from INTINS where INTNRO = 'a'"_s << true;
+        QTest::newRow("no constant") << u"select * from INTINS where INTDCL = INTNRO"_s << true;
+        QTest::newRow("no key") << u"select * from INS where INTDCL = 'a'"_s << true;
+        QTest::newRow("everything") << u"select * from CAT"_s << true;
+    }
+
+    void onlyASingleRowIsNotSorted()
+    {
+        QFETCH(QString, sql);
+        QFETCH(bool, sorted);
+        const QByteArray text = planned(freshInputs(), sql)->texts[0].sql;
+        QVERIFY2(text.contains(" ORDER BY ") == sorted, text.constData());
+    }
+
     void aNullCharacterIsRefusedWithoutHarm()
     {
         const Connection db = freshInputs();
