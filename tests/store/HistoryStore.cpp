@@ -157,7 +157,9 @@ QString HistoryStore::listed(int row)
     for (int i = 0; i < list.rowCount(); ++i) {
         numbers << list.text(i, 0);
     }
-    list.selectRow(numbers.isEmpty() ? -1 : row % list.rowCount());
+    if (!numbers.isEmpty()) {
+        list.selectRow(row % list.rowCount());
+    }
     return numbers.join(u'\n');
 }
 

@@ -78,9 +78,20 @@ private Q_SLOTS:
     }
 
 private:
-    /// Plays a step everywhere; answers what was not the same.
+    /// Plays a step everywhere; answers what went wrong.
     static QString played(const Step& step, const History& history, ReferenceModel& model, HistoryStore& onFile,
                           HistoryStore& onServer)
+    {
+        try {
+            return playedApart(step, history, model, onFile, onServer);
+        } catch (const RuntimeError& error) {
+            return QString::fromUtf8(error.what());
+        }
+    }
+
+    /// The same, but for an error that no step can meet.
+    static QString playedApart(const Step& step, const History& history, ReferenceModel& model, HistoryStore& onFile,
+                               HistoryStore& onServer)
     {
         const QString file = onFile.play(step, model);
         const QString server = onServer.play(step, model);

@@ -104,6 +104,16 @@ private Q_SLOTS:
         QCOMPARE(errorOf([&] { static_cast<void>(connectStore(url)); }).number(), 5);
     }
 
+    void aSchemaWithAnOddName()
+    {
+        const QString url = TestStores::server().url(u"El%20\"Ñandú\""_s);
+        const Connection db = createStore(url, Database::Inputs);
+        const auto burst = db->beginBurst();
+        run(db, insertHeader(u"1"_s));
+        burst->commit();
+        QCOMPARE(countOf(connectStore(url), u"INTINS"_s), 1);
+    }
+
     void aSchemaThatIsNotThere()
     {
         QCOMPARE(errorOf([] { static_cast<void>(connectStore(newUrl())); }).nativeNumber(), 3011);

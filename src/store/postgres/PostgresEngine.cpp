@@ -198,7 +198,7 @@ std::optional<dialect::Column> columnOf(const RecordData& rows, qsizetype row)
 
 PostgresAddress PostgresAddress::of(const QString& url)
 {
-    const QUrl parsed(url, QUrl::StrictMode);
+    const QUrl parsed(url, QUrl::TolerantMode); // blanks and accents need no escapes
     const QUrlQuery query(parsed);
     const auto item = [&query](const QString& key) { return query.queryItemValue(key, QUrl::FullyDecoded); };
     PostgresAddress address;
@@ -413,9 +413,10 @@ dialect::Catalog PostgresEngine::catalog()
     RecordData columns(std::make_shared<ColumnKinds>(
         ColumnKinds{ColumnKind::Text, ColumnKind::Text, ColumnKind::Text, ColumnKind::Integer}));
     prepare("SELECT c.relname, a.attname, t.typname, a.atttypmod FROM pg_class c "
+            "JOIN pg_namespace n ON n.oid = c.relnamespace AND n.nspname = current_schema() "
             "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
             "JOIN pg_type t ON t.oid = a.atttypid "
-            "WHERE c.relnamespace = current_schema()::regnamespace AND c.relkind IN ('r', 'p') "
+            "WHERE c.relkind IN ('r', 'p') "
             "ORDER BY c.oid, a.attnum")
         ->query({}, columns);
     dialect::Catalog result;
