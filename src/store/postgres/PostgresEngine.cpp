@@ -397,7 +397,7 @@ void PostgresEngine::command(const QByteArray& text)
 
 RuntimeError PostgresEngine::failure(const pg_result* result)
 {
-    if (PQstatus(handle()) == CONNECTION_BAD) {
+    if (PQstatus(handle()) == CONNECTION_BAD || endsConnection(result)) {
         close();
         return serverGone(u"se cortó en medio de la operación"_s);
     }

@@ -22,9 +22,8 @@ struct State
 constexpr std::array states = {
     State{u"23505", Trouble::DuplicateKey}, State{u"25006", Trouble::ReadOnly},   State{u"53100", Trouble::DiskFull},
     State{u"55P03", Trouble::Locked},       State{u"40P01", Trouble::Locked},     State{u"40001", Trouble::Locked},
-    State{u"42501", Trouble::NoPermission}, State{u"3D000", Trouble::NoDatabase}, State{u"57P", Trouble::ServerGone},
-    State{u"58", Trouble::Broken},          State{u"XX001", Trouble::Damaged},    State{u"XX002", Trouble::Damaged},
-    State{u"28", Trouble::NoPermission},    State{u"08", Trouble::ServerGone},
+    State{u"42501", Trouble::NoPermission}, State{u"3D000", Trouble::NoDatabase}, State{u"XX001", Trouble::Damaged},
+    State{u"XX002", Trouble::Damaged},      State{u"28", Trouble::NoPermission},  State{u"58", Trouble::Broken},
 };
 
 QString fieldOf(const pg_result* result, int field)
@@ -37,6 +36,12 @@ QString fieldOf(const pg_result* result, int field)
 QString firstLine(const QString& words)
 {
     return words.section(u'\n', 0, 0).trimmed();
+}
+
+bool endsConnection(const pg_result* result)
+{
+    const QString state = fieldOf(result, PG_DIAG_SQLSTATE);
+    return state.isEmpty() || state.startsWith(u"57P") || state.startsWith(u"08");
 }
 
 RuntimeError postgresError(const pg_result* result)
