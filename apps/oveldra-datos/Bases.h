@@ -1,0 +1,20 @@
+#pragma once
+
+#include <oVELDRA/Store.h>
+
+#include <QString>
+#include <QStringList>
+
+namespace oVELDRA::data {
+
+/// What a user calls a database: insumos, ncm or tornel.
+[[nodiscard]] QString nameOf(Database database);
+
+/// The database of a name. BadUsageError for another name.
+[[nodiscard]] Database baseOf(const QString& name);
+
+/// Which database it is that has these tables. RuntimeError -2147217865 when it has none that are known; BadUsageError
+/// when it could be more than one, which the user must then choose from.
+[[nodiscard]] Database baseWithTables(const QStringList& tables);
+
+} // namespace oVELDRA::data
