@@ -10,6 +10,7 @@ using Scope = Statements::Scope;
 
 namespace {
 
+constexpr int hostFileCount = 14;
 constexpr int quantityDecimals = 8;
 constexpr int percentageDecimals = 5;
 constexpr int priceDecimals = 6;
@@ -45,13 +46,13 @@ History::History(quint64 seed) : m_dice(seed), m_words(m_dice)
     likely(8, &History::relation);
     likely(4, &History::editedRelation);
     likely(3, &History::movedKeys);
-    likely(12, &History::import);
+    likely(16, &History::import);
     likely(5, &History::editedHeader);
     likely(8, &History::renumbering);
     likely(4, &History::uncheckedRenumbering);
-    likely(3, &History::deletion);
+    likely(2, &History::deletion);
     likely(14, &History::discharge);
-    likely(3, &History::bulkEdit);
+    likely(4, &History::bulkEdit);
     likely(4, &History::refusedStatement);
     likely(5, &History::failingBurst);
     likely(8, &History::screenQuery);
@@ -88,7 +89,7 @@ HostItem History::hostItem(bool shared)
 
 void History::makeHostFiles()
 {
-    for (int file = 1; file <= 8; ++file) {
+    for (int file = 1; file <= hostFileCount; ++file) {
         HostFile made{u"TOR-%1"_s.arg(file), {1, 1, m_words.number(2)}, {}};
         for (int items = 1 + m_dice.below(4); items > 0; --items) {
             made.items.push_back(hostItem(m_dice.chance(60)));
@@ -207,7 +208,7 @@ Step History::movedKeys(const ReferenceModel& /*model*/)
 Step History::import(const ReferenceModel& model)
 {
     ImportRequest request;
-    request.interno = u"TOR-%1"_s.arg(1 + m_dice.below(9)); // the last one is not there
+    request.interno = u"TOR-%1"_s.arg(1 + m_dice.below(hostFileCount + 1)); // the last one is not there
     request.declaration = m_dice.chance(70)
                               ? m_words.declaration()
                               : m_words.spelling(m_words.presentText(model, u"INTINS"_s, u"INTDCL"_s, u"Z"_s));
@@ -306,7 +307,7 @@ Step History::bulkEdit(const ReferenceModel& model)
     const dialect::Table& definition = model.table(table).definition;
     const size_t place = static_cast<size_t>(m_dice.below(static_cast<int>(definition.columns.size())));
     const Condition which = m_words.condition(model, table);
-    if (m_dice.chance(20)) {
+    if (m_dice.chance(10)) {
         return alone(deleteFrom(table, which && m_words.condition(model, table)));
     }
     const dialect::Column& column = definition.columns[place];

@@ -51,8 +51,11 @@ QString HistoryWords::export_()
 
 QString HistoryWords::declaration()
 {
-    return spelling(m_dice.oneOf<QString>({u"26073IT14000011A"_s, u"26073IT14000012B"_s, u"26073IT14000013C"_s,
-                                           u"Ñandú 1"_s, u"nandu 1"_s, u"Z"_s, u"24001it01"_s, u"24001IT02"_s}));
+    if (m_dice.chance(60)) {
+        return spelling(u"26073IT140000%1a"_s.arg(m_dice.below(25), 2, 10, QChar(u'0')));
+    }
+    return spelling(
+        m_dice.oneOf<QString>({u"Ñandú 1"_s, u"nandu 1"_s, u"Z"_s, u"24001it01"_s, u"24001IT02"_s, u"Ü-2"_s}));
 }
 
 QString HistoryWords::word()

@@ -36,7 +36,7 @@ QString difference(const QStringList& file, const QStringList& server, const QSt
 /// The status text of an import without what an engine adds in brackets.
 QString withoutDetail(const QString& status)
 {
-    return status.section(u" (", 0, 0);
+    return status.section(u" ("_s, 0, 0);
 }
 
 } // namespace
