@@ -11,8 +11,8 @@ constexpr size_t valuesAtOnce = 500;
 
 } // namespace
 
-BulkInsert::BulkInsert(EngineConnection& engine, const dialect::Table& table, std::vector<int> columns)
-    : m_engine(engine), m_table(table), m_columns(std::move(columns)),
+BulkInsert::BulkInsert(EngineConnection& engine, dialect::Table table, std::vector<int> columns)
+    : m_engine(engine), m_table(std::move(table)), m_columns(std::move(columns)),
       m_rowsAtOnce(static_cast<int>(std::max<size_t>(1, valuesAtOnce / m_columns.size()))),
       m_full(engine.prepare(engine.printer().insertRows(m_table, m_columns, m_rowsAtOnce)))
 {}

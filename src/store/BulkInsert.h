@@ -17,7 +17,7 @@ class BulkInsert
 {
 public:
     /// `columns` are the table's columns that the rows give. The engine must outlive it.
-    BulkInsert(EngineConnection& engine, const dialect::Table& table, std::vector<int> columns);
+    BulkInsert(EngineConnection& engine, dialect::Table table, std::vector<int> columns);
 
     /// The values are written as they are: what does not fit its column must have been converted (see
     /// dialect::storedValue()).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "doubles/TestStores.h"
+
 #include <oVELDRA/Store.h>
 
 #include <core/SharedState.h>
@@ -11,7 +13,7 @@
 
 namespace oVELDRA::catalog {
 
-/// A real inputs database in memory, handed over to a component.
+/// A real inputs database of its own, handed over to a component.
 class InputsStore
 {
 public:
@@ -60,7 +62,7 @@ public:
     }
 
 private:
-    std::shared_ptr<ConexionDB> m_db = createStore(QStringLiteral("sqlite::memory:"), Database::Inputs);
+    std::shared_ptr<ConexionDB> m_db = createStore(doubles::TestStores::newUrl(), Database::Inputs);
 };
 
 } // namespace oVELDRA::catalog

@@ -1,5 +1,6 @@
 #include "controls/ListContents.h"
 #include "doubles/FakeConexionDB.h"
+#include "doubles/TestStores.h"
 #include "doubles/ThrownError.h"
 
 #include <oVELDRA/Store.h>
@@ -58,7 +59,7 @@ public:
     }
 
 private:
-    std::shared_ptr<ConexionDB> m_db = createStore(u"sqlite::memory:"_s, Database::Inputs);
+    std::shared_ptr<ConexionDB> m_db = createStore(TestStores::newUrl(), Database::Inputs);
 };
 
 /// The same from a connection whose recordsets need not be in memory. A row without a code cannot be read.

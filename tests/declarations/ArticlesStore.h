@@ -1,6 +1,7 @@
 #pragma once
 
 #include "declarations/StoredDeclaration.h"
+#include "doubles/TestStores.h"
 
 #include <oVELDRA/Store.h>
 
@@ -24,7 +25,7 @@ struct Article
     QString ctc = QStringLiteral("CTC-1");
 };
 
-/// A real inputs database in memory.
+/// A real inputs database of its own.
 class ArticlesStore
 {
 public:
@@ -66,7 +67,7 @@ public:
     }
 
 private:
-    std::shared_ptr<ConexionDB> m_db = createStore(QStringLiteral("sqlite::memory:"), Database::Inputs);
+    std::shared_ptr<ConexionDB> m_db = createStore(doubles::TestStores::newUrl(), Database::Inputs);
 };
 
 } // namespace oVELDRA::declarations

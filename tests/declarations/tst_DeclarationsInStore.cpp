@@ -10,7 +10,6 @@
 #include <declarations/frmMODDIT.h>
 
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -42,17 +41,20 @@ void fillStock(ConexionDB& inputs, const QString& firstNumber = first, const QSt
     addToStock(inputs, secondNumber, u"B"_s, 25, 20);
 }
 
-Connection newStock(const QString& url = u"sqlite::memory:"_s)
+Connection newStock()
 {
-    Connection inputs = createStore(url, Database::Inputs);
+    Connection inputs = emptyStore(Database::Inputs);
     fillStock(*inputs);
     return inputs;
 }
 
+// What is expected is worked out by the same statements in memory, whichever engine the test runs on.
+
 /// What a stock holds after statements on the two declarations.
 QStringList contentAfter(const QStringList& statements)
 {
-    const Connection inputs = newStock();
+    const Connection inputs = createStore(u"sqlite::memory:"_s, Database::Inputs);
+    fillStock(*inputs);
     for (const QString& statement : statements) {
         run(*inputs, statement);
     }
@@ -129,20 +131,20 @@ struct Browser
          articleListing.factory()}};
 };
 
-/// A stock in a file.
-struct StockFile
+/// A stock that other seats work on.
+struct SharedStock
 {
-    StockFile() { static_cast<void>(newStock(url)); }
+    SharedStock() { static_cast<void>(newStock()); }
 
-    /// What it holds; nothing when the file is damaged.
+    /// What it holds; nothing when the database is damaged.
     [[nodiscard]] QStringList content() const
     {
         const Connection inputs = connectStore(url);
-        return isWhole(*inputs) ? declarations::content(*inputs) : QStringList();
+        const QStringList rows = settledContent(*inputs);
+        return isWhole(*inputs) ? rows : QStringList();
     }
 
-    QTemporaryDir folder;
-    QString url = u"sqlite:"_s + folder.filePath(u"insumos.sqlite"_s);
+    const QString& url = sharedUrl(Database::Inputs);
 };
 
 const QStringList renumberFirst{u"renumber"_s, first, fresh};
@@ -243,7 +245,7 @@ void tst_DeclarationsInStore::rangesFindTheDeclarationsOfTheirDays()
 void tst_DeclarationsInStore::longListIsReadToItsLastRow()
 {
     constexpr int rows = 3000;
-    const Connection inputs = createStore(u"sqlite::memory:"_s, Database::Inputs);
+    const Connection inputs = emptyStore(Database::Inputs);
     {
         const auto burst = inputs->beginBurst();
         for (int row = 1; row <= rows; ++row) {
@@ -475,10 +477,7 @@ void tst_DeclarationsInStore::failureAtTheCommitOfTheRenumbering()
 {
     const Connection inputs = newStock();
     Browser browser(inputs);
-    const QString box = [&] {
-        const FailingCommits failing(*inputs);
-        return browser.renumber(fresh);
-    }();
+    const QString box = whileCommitsFail(*inputs, [&] { return browser.renumber(fresh); });
     QVERIFY2(box.endsWith(u"\r\n\r\n-2147467259 - "_s + renumberingPlace), qPrintable(box));
     QCOMPARE(content(*inputs), contentUnder(first, second));
     QCOMPARE(browser.numbers(), (QStringList{first, second}));
@@ -488,10 +487,7 @@ void tst_DeclarationsInStore::failureAtTheCommitOfTheDeletion()
 {
     const Connection inputs = newStock();
     Browser browser(inputs);
-    const QString box = [&] {
-        const FailingCommits failing(*inputs);
-        return browser.erase();
-    }();
+    const QString box = whileCommitsFail(*inputs, [&] { return browser.erase(); });
     QVERIFY2(box.endsWith(u"\r\n\r\n-2147467259 - "_s + deletionPlace), qPrintable(box));
     QCOMPARE(content(*inputs), contentUnder(first, second));
     QCOMPARE(browser.numbers(), (QStringList{first, second}));
@@ -581,16 +577,16 @@ void tst_DeclarationsInStore::hostileTextsInEveryBoxOfTheEditor()
 
 void tst_DeclarationsInStore::declarationDeletedByAnotherSeatWhileTheEditorIsOpen()
 {
-    const StockFile file;
-    Browser browser(connectStore(file.url));
+    const SharedStock stock;
+    Browser browser(connectStore(stock.url));
     QStringList afterDeletion;
     QVERIFY(whileOpen(browser.form, [&] {
         const QString before = browser.list().text(0, 2);
         catalog::inNextDialog(u"frmMODDIT"_s, [&](Form& editor) {
             editor.findChild<QLineEdit*>(u"txtINTDES"_s)->setText(u"Otra"_s);
-            SeatProcess other(file.url, deleteFirst);
+            SeatProcess other(stock.url, deleteFirst);
             QCOMPARE(other.outcome(), deleted);
-            afterDeletion = file.content();
+            afterDeletion = stock.content();
             pressKey(Qt::Key_F11);
             QVERIFY(editor.isVisible());
             QCOMPARE(editor.findChild<QLineEdit*>(u"txtINTDES"_s)->text(), u"Otra"_s);
@@ -607,7 +603,7 @@ void tst_DeclarationsInStore::declarationDeletedByAnotherSeatWhileTheEditorIsOpe
              QStringList{u"-2147221504 - No existe la declaración 24073IT14000001A u ocurrio un error en su "
                          "busqueda\r\n\r\nSección [oVELDRA.frmMODDIT.fpCargarDIT]"_s});
     QCOMPARE(afterDeletion.size(), 1 + 25 + 20);
-    QCOMPARE(file.content(), afterDeletion);
+    QCOMPARE(stock.content(), afterDeletion);
     QCOMPARE(browser.erase(), QString(u"No pudo eliminar el interno "_s + first));
 }
 
@@ -629,15 +625,15 @@ void tst_DeclarationsInStore::killedAtEveryStatement()
     QFETCH(const int, statements);
     QFETCH(const QString, outcome);
     QFETCH(const QStringList, after);
-    const StockFile file;
+    const SharedStock stock;
     for (int statement = 1; statement <= statements; ++statement) {
-        SeatProcess seat(file.url, task, AtStatement::Die, statement);
+        SeatProcess seat(stock.url, task, AtStatement::Die, statement);
         QVERIFY(seat.died());
-        QCOMPARE(file.content(), contentUnder(first, second));
+        QCOMPARE(stock.content(), contentUnder(first, second));
     }
-    SeatProcess survivor(file.url, task);
+    SeatProcess survivor(stock.url, task);
     QCOMPARE(survivor.outcome(), outcome);
-    QCOMPARE(file.content(), after);
+    QCOMPARE(stock.content(), after);
 }
 
 void tst_DeclarationsInStore::killedAtAnyInstant_data()
@@ -654,13 +650,13 @@ void tst_DeclarationsInStore::killedAtAnyInstant()
     QFETCH(const QStringList, task);
     QFETCH(const QStringList, after);
     QRandomGenerator random(20261120);
-    for (int round = 0; round < 25; ++round) {
-        const StockFile file;
-        SeatProcess seat(file.url, task, AtStatement::Wait, 1);
+    for (int round = 0; round < roundsOf(25); ++round) {
+        const SharedStock stock;
+        SeatProcess seat(stock.url, task, AtStatement::Wait, 1);
         QVERIFY(seat.waits());
         seat.goOn();
         seat.killAfter(random.bounded(0, 8)); // the instant is the random part
-        const QStringList found = file.content();
+        const QStringList found = stock.content();
         QVERIFY(found == after || found == contentUnder(first, second));
     }
 }
@@ -681,10 +677,10 @@ void tst_DeclarationsInStore::twoSeatsRenumberingToTheSameNumber()
 {
     QFETCH(const int, statement);
     QFETCH(const int, rounds);
-    for (int round = 0; round < rounds; ++round) {
-        const StockFile file;
-        SeatProcess one(file.url, renumberFirst, AtStatement::Wait, statement);
-        SeatProcess other(file.url, renumberSecond, AtStatement::Wait, 1);
+    for (int round = 0; round < roundsOf(rounds); ++round) {
+        const SharedStock stock;
+        SeatProcess one(stock.url, renumberFirst, AtStatement::Wait, statement);
+        SeatProcess other(stock.url, renumberSecond, AtStatement::Wait, 1);
         QVERIFY(one.waits());
         QVERIFY(other.waits());
         other.goOn(); // past the one's first statement it has to wait here for the one
@@ -693,28 +689,28 @@ void tst_DeclarationsInStore::twoSeatsRenumberingToTheSameNumber()
         const bool isOnes = outcomes.constFirst() == renumbered;
         QCOMPARE(outcomes, isOnes ? QStringList({renumbered, exists}) : QStringList({exists, renumbered}));
         QVERIFY(isOnes || statement == 1);
-        QCOMPARE(file.content(), isOnes ? contentUnder(fresh, second) : contentUnder(first, fresh));
+        QCOMPARE(stock.content(), isOnes ? contentUnder(fresh, second) : contentUnder(first, fresh));
     }
 }
 
 void tst_DeclarationsInStore::renumberingToANumberThatAnotherSeatImports()
 {
-    const StockFile file;
-    const QString hostUrl = u"sqlite:"_s + file.folder.filePath(u"tornel.sqlite"_s);
-    addDeclaration(*createStore(hostUrl, Database::Host), u"TOR1"_s, 3, 2);
+    const SharedStock stock;
+    addDeclaration(*emptyStore(Database::Host), u"TOR1"_s, 3, 2);
     constexpr int amidTheArticles = 5;
-    SeatProcess importing(file.url, {u"import"_s, hostUrl, u"TOR1"_s, fresh}, AtStatement::Wait, amidTheArticles);
+    const QStringList import{u"import"_s, sharedUrl(Database::Host), u"TOR1"_s, fresh};
+    SeatProcess importing(stock.url, import, AtStatement::Wait, amidTheArticles);
     QVERIFY(importing.waits());
-    SeatProcess renumbering(file.url, renumberFirst, AtStatement::Wait, 1);
+    SeatProcess renumbering(stock.url, renumberFirst, AtStatement::Wait, 1);
     QVERIFY(renumbering.waits());
     renumbering.goOn();
     importing.goOn();
     QCOMPARE(importing.outcome(), u"OK"_s);
     QCOMPARE(renumbering.outcome(), exists);
-    QStringList kept = file.content();
+    QStringList kept = stock.content();
     kept.removeIf([](const QString& row) { return row.contains(fresh); });
     QCOMPARE(kept, contentUnder(first, second));
-    QCOMPARE(file.content().size() - kept.size(), 1 + 6);
+    QCOMPARE(stock.content().size() - kept.size(), 1 + 6);
 }
 
 QTEST_MAIN(tst_DeclarationsInStore)

@@ -4,7 +4,6 @@
 #include "doubles/TestComponent.h"
 
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -26,8 +25,8 @@ private Q_SLOTS:
     void init()
     {
         QLocale::setDefault(QLocale(u"es_AR"_s));
-        m_host = createStore(u"sqlite::memory:"_s, Database::Host);
-        m_inputs = createStore(u"sqlite::memory:"_s, Database::Inputs);
+        m_host = emptyStore(Database::Host);
+        m_inputs = emptyStore(Database::Inputs);
         run(*m_inputs, u"insert into CAT (CATNRO,CATDES) values ('A','uno')"_s);
         run(*m_inputs, u"insert into INTINS (INTNRO,INTDCL) values ('TOR9','25073IT14000001A')"_s);
         run(*m_inputs, u"insert into INS (INTDCL,ARTNRO) values ('25073IT14000001A','AC-9')"_s);
@@ -165,10 +164,7 @@ private Q_SLOTS:
     void failureAtTheBurstsCommit()
     {
         addDeclaration(*m_host, u"TOR1"_s, 3, 2);
-        const QString status = [this] {
-            const FailingCommits failing(*m_inputs);
-            return importStored(m_state, number);
-        }();
+        const QString status = whileCommitsFail(*m_inputs, [this] { return importStored(m_state, number); });
         QVERIFY2(status.startsWith(u"ER ERROR -2147467259 - "), qPrintable(status));
         QCOMPARE(content(*m_inputs), m_before);
     }
@@ -177,10 +173,7 @@ private Q_SLOTS:
     {
         addDeclaration(*m_host, u"TOR1"_s, 3, 2);
         doubles::TestComponent component;
-        const QString status = [&] {
-            const FailingCommits failing(*m_inputs);
-            return processed(component, {});
-        }();
+        const QString status = whileCommitsFail(*m_inputs, [&] { return processed(component, {}); });
         QVERIFY2(status.startsWith(u"ER ERROR -2147467259 - "), qPrintable(status));
         QCOMPARE(content(*m_inputs), m_before);
     }
@@ -230,38 +223,32 @@ private Q_SLOTS:
 
     void killedAtAnyStatementLeavesNothing()
     {
-        const QTemporaryDir folder;
-        const QString hostUrl = u"sqlite:"_s + folder.filePath(u"tornel.sqlite"_s);
-        const QString inputsUrl = u"sqlite:"_s + folder.filePath(u"insumos.sqlite"_s);
-        addDeclaration(*createStore(hostUrl, Database::Host), u"TOR1"_s, 40, 5);
-        static_cast<void>(createStore(inputsUrl, Database::Inputs));
+        addDeclaration(*m_host, u"TOR1"_s, 40, 5);
+        clear(*m_inputs, Database::Inputs);
         QRandomGenerator random(20261120);
-        for (int round = 0; round < 25; ++round) {
+        for (int round = 0; round < roundsOf(25); ++round) {
             const int statement = round == 0 ? 1 : random.bounded(1, 203); // the check, the header and 200 articles
-            SeatProcess seat(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Die, statement);
+            SeatProcess seat(sharedUrl(Database::Inputs), importTask(u"TOR1"_s), AtStatement::Die, statement);
             QVERIFY(seat.died());
-            QCOMPARE(intactArticles(inputsUrl), 0);
+            QCOMPARE(intactArticles(), 0);
         }
-        SeatProcess survivor(inputsUrl, importTask(hostUrl, u"TOR1"_s));
+        SeatProcess survivor(sharedUrl(Database::Inputs), importTask(u"TOR1"_s));
         QCOMPARE(survivor.outcome(), u"OK"_s);
-        QCOMPARE(intactArticles(inputsUrl), 200);
+        QCOMPARE(intactArticles(), 200);
     }
 
     /// Killed from outside at any instant, in the middle of a commit too: nothing or everything.
     void killedAtAnyInstantLeavesNothingOrAll()
     {
-        const QTemporaryDir folder;
-        const QString hostUrl = u"sqlite:"_s + folder.filePath(u"tornel.sqlite"_s);
-        addDeclaration(*createStore(hostUrl, Database::Host), u"TOR1"_s, 40, 5);
+        addDeclaration(*m_host, u"TOR1"_s, 40, 5);
         QRandomGenerator random(11202026);
-        for (int round = 0; round < 25; ++round) {
-            const QString inputsUrl = u"sqlite:"_s + folder.filePath(u"insumos%1.sqlite"_s.arg(round));
-            static_cast<void>(createStore(inputsUrl, Database::Inputs));
-            SeatProcess seat(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Wait, 1);
+        for (int round = 0; round < roundsOf(25); ++round) {
+            clear(*m_inputs, Database::Inputs);
+            SeatProcess seat(sharedUrl(Database::Inputs), importTask(u"TOR1"_s), AtStatement::Wait, 1);
             QVERIFY(seat.waits());
             seat.goOn();
             seat.killAfter(random.bounded(0, 20)); // the instant is the random part
-            const int articles = intactArticles(inputsUrl);
+            const int articles = intactArticles();
             QVERIFY2(articles == 0 || articles == 200, qPrintable(QString::number(articles)));
         }
     }
@@ -277,17 +264,14 @@ private Q_SLOTS:
     void twoSeatsImportingTheSameNumber()
     {
         QFETCH(const int, statement);
-        for (int round = 0; round < 8; ++round) {
-            const QTemporaryDir folder;
-            const QString hostUrl = u"sqlite:"_s + folder.filePath(u"tornel.sqlite"_s);
-            const QString inputsUrl = u"sqlite:"_s + folder.filePath(u"insumos.sqlite"_s);
-            const Connection host = createStore(hostUrl, Database::Host);
-            addDeclaration(*host, u"TOR1"_s, 20, 4);
-            addDeclaration(*host, u"TOR2"_s, 15, 3);
-            static_cast<void>(createStore(inputsUrl, Database::Inputs));
-            SeatProcess one(inputsUrl, importTask(hostUrl, u"TOR1"_s), AtStatement::Wait, statement);
+        addDeclaration(*m_host, u"TOR1"_s, 20, 4);
+        addDeclaration(*m_host, u"TOR2"_s, 15, 3);
+        const QString& url = sharedUrl(Database::Inputs);
+        for (int round = 0; round < roundsOf(8); ++round) {
+            clear(*m_inputs, Database::Inputs);
+            SeatProcess one(url, importTask(u"TOR1"_s), AtStatement::Wait, statement);
             QVERIFY(one.waits());
-            SeatProcess other(inputsUrl, importTask(hostUrl, u"TOR2"_s), AtStatement::Wait, 1);
+            SeatProcess other(url, importTask(u"TOR2"_s), AtStatement::Wait, 1);
             QVERIFY(other.waits());
             other.goOn(); // amid the one's articles it has to wait here for the one
             one.goOn();
@@ -296,9 +280,8 @@ private Q_SLOTS:
             QCOMPARE(outcomes.count(u"ER ERROR 1 - El número de Declaración ya esta en la base de datos"_s), 1);
             const bool isOnes = outcomes.constFirst() == u"OK";
             QVERIFY(isOnes || statement == 1);
-            QCOMPARE(intactArticles(inputsUrl), isOnes ? 80 : 45);
-            QCOMPARE(content(*connectStore(inputsUrl)).filter(isOnes ? u"INTINS|TOR1|"_s : u"INTINS|TOR2|"_s).size(),
-                     1);
+            QCOMPARE(intactArticles(), isOnes ? 80 : 45);
+            QCOMPARE(content(*m_inputs).filter(isOnes ? u"INTINS|TOR1|"_s : u"INTINS|TOR2|"_s).size(), 1);
         }
     }
 
@@ -314,17 +297,17 @@ private:
     }
 
     /// The import of a host declaration under the one number, as a seat's task.
-    static QStringList importTask(const QString& hostUrl, const QString& interno)
+    static QStringList importTask(const QString& interno)
     {
-        return {u"import"_s, hostUrl, interno, number};
+        return {u"import"_s, sharedUrl(Database::Host), interno, number};
     }
 
-    /// The articles in a stock, after checking that the file is whole and that there is a header exactly when there are
-    /// articles; -1 when that does not hold.
-    static int intactArticles(const QString& url)
+    /// The articles in the stock, after checking that the database is whole and that there is a header exactly when
+    /// there are articles; -1 when that does not hold.
+    static int intactArticles()
     {
-        const Connection db = connectStore(url);
-        const QStringList rows = content(*db);
+        const Connection db = connectStore(sharedUrl(Database::Inputs));
+        const QStringList rows = settledContent(*db);
         const qsizetype headers = rows.filter(u"INTINS|"_s).size();
         const qsizetype articles = rows.filter(QRegularExpression(u"^INS\\|"_s)).size();
         return isWhole(*db) && headers == (articles > 0 ? 1 : 0) ? static_cast<int>(articles) : -1;

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <grp.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int patience = 60'000; // milliseconds
 constexpr uid_t nobody = 65534;  // and its group
+constexpr rlim_t pageSize = 8192;
 
 /// The folder of the newest version of the server that the system has, or nothing.
 QString newestVersionFolder()
@@ -52,11 +54,17 @@ QProcessEnvironment serverEnvironment()
 }
 
 /// Prepares a program to run as a user that the server accepts, and to end at once with this process.
-void prepare(QProcess& process, const QString& folder)
+void prepare(QProcess& process, const QString& folder, int mostPages = 0)
 {
     process.setProcessEnvironment(serverEnvironment());
     process.setWorkingDirectory(folder);
-    process.setChildProcessModifier([] {
+    process.setChildProcessModifier([mostPages] {
+        if (mostPages > 0) {
+            // Half a page more: a page of which only a part could be written is a full disk to the server.
+            const rlim_t bytes = static_cast<rlim_t>(mostPages) * pageSize + pageSize / 2;
+            const rlimit limit{bytes, bytes};
+            setrlimit(RLIMIT_FSIZE, &limit);
+        }
         if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(nobody) != 0 || setuid(nobody) != 0)) {
             _exit(EXIT_FAILURE);
         }
@@ -89,12 +97,12 @@ void PostgresServer::start()
     if (!QFileInfo::exists(data())) {
         makeCluster();
     }
-    prepare(m_server, host());
+    prepare(m_server, host(), m_mostPages);
     m_server.setStandardOutputFile(QProcess::nullDevice());
     m_server.setStandardErrorFile(log());
     const QString durable = m_durability == Durability::Full ? u"on"_s : u"off"_s;
     const QStringList settings{u"fsync="_s + durable, u"full_page_writes="_s + durable, u"shared_buffers=16MB"_s,
-                               u"max_connections=40"_s};
+                               u"max_wal_size=1GB"_s, u"max_connections=40"_s};
     QStringList arguments{u"-D"_s, data(), u"-k"_s, host(), u"-h"_s, {}, u"-p"_s, QString::number(port())};
     for (const QString& setting : settings) {
         arguments << u"-c"_s << setting;
@@ -142,7 +150,7 @@ void PostgresServer::makeCluster()
     prepare(initdb, host());
     initdb.setProcessChannelMode(QProcess::MergedChannels);
     initdb.start(program(u"initdb"_s), {u"--no-sync"_s, u"--encoding=UTF8"_s, u"--locale=C.UTF-8"_s, u"--auth=trust"_s,
-                                        u"--username="_s + user(), u"--pgdata="_s + data()});
+                                        u"--wal-segsize=1"_s, u"--username="_s + user(), u"--pgdata="_s + data()});
     if (!initdb.waitForFinished(patience) || initdb.exitStatus() != QProcess::NormalExit || initdb.exitCode() != 0) {
         qFatal("initdb failed: %ls\n%s", qUtf16Printable(initdb.errorString()), initdb.readAll().constData());
     }

@@ -24,6 +24,10 @@ public:
     PostgresServer(const PostgresServer&) = delete;
     PostgresServer& operator=(const PostgresServer&) = delete;
 
+    /// From the next start on a file that grows over that many pages (of 8 kB) finds the disk full; 0 ends it. The
+    /// server's own log has files of 128 pages, which must fit.
+    void limitFilesTo(int pages) { m_mostPages = pages; }
+
     /// Starts the server with the databases that it had, and returns when it takes connections.
     void start();
     /// What `pg_ctl stop -m immediate` does: connections break, and the next start has to recover from the log.
@@ -51,6 +55,7 @@ private:
     [[nodiscard]] QByteArray logEnd() const;
 
     Durability m_durability;
+    int m_mostPages = 0;
     QTemporaryDir m_folder;
     QProcess m_server;
 };

@@ -81,6 +81,20 @@ private Q_SLOTS:
         QCOMPARE(answer(server, u"select n from t"_s), u"7"_s);
     }
 
+    void theDiskIsFullForLargeFiles()
+    {
+        PostgresServer server;
+        server.limitFilesTo(200);
+        server.start();
+        QCOMPARE(answer(server, u"create table t as select generate_series(1, 1000) as n"_s), QString());
+        const QString refusal = answer(server, u"insert into t select generate_series(1, 100000)"_s);
+        QVERIFY2(refusal.startsWith(u"error: ") && refusal.contains(u"Check free disk space."), qPrintable(refusal));
+        QCOMPARE(answer(server, u"select count(*) from t"_s), u"1000"_s);
+        server.limitFilesTo(0);
+        server.restart();
+        QCOMPARE(answer(server, u"insert into t select generate_series(1, 100000)"_s), QString());
+    }
+
     void twoServersBesideEachOther()
     {
         PostgresServer one;

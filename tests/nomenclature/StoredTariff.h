@@ -1,5 +1,7 @@
 #pragma once
 
+#include "doubles/TestStores.h"
+
 #include <oVELDRA/Store.h>
 
 #include <QString>
@@ -26,7 +28,7 @@ public:
                 .arg(selector, code, detail));
     }
 
-    std::shared_ptr<ConexionDB> db = createStore(QStringLiteral("sqlite::memory:"), Database::Nomenclature);
+    std::shared_ptr<ConexionDB> db = createStore(doubles::TestStores::newUrl(), Database::Nomenclature);
 
 private:
     void run(const QString& statement)

@@ -1,6 +1,7 @@
 #include "doubles/FixedClock.h"
 #include "doubles/MemorySettings.h"
 #include "doubles/TestComponent.h"
+#include "doubles/TestStores.h"
 
 #include <oVELDRA/Store.h>
 
@@ -75,7 +76,7 @@ void tst_WholeTariff::initTestCase()
     QCOMPARE(m_tariff->suffixes().size(), std::size_t{4'607});
 
     namespace sql = tornel::sql;
-    m_db = createStore(u"sqlite::memory:"_s, Database::Nomenclature);
+    m_db = createStore(TestStores::newUrl(), Database::Nomenclature);
     const auto burst = m_db->beginBurst();
     const auto uncounted = [] {};
     tornel::TableLoader positions(*m_db, u"NCM", u"[001],[002],[003],[004],[010]", uncounted);

@@ -225,8 +225,8 @@ PostgresAddress PostgresAddress::of(const QString& url)
 class PostgresStatement final : public EngineStatement
 {
 public:
-    PostgresStatement(PostgresEngine& engine, const QByteArray& sql)
-        : m_engine(engine), m_sql(sql), m_name("oveldra_" + QByteArray::number(++engine.m_named))
+    PostgresStatement(PostgresEngine& engine, QByteArray sql)
+        : m_engine(engine), m_sql(std::move(sql)), m_name("oveldra_" + QByteArray::number(++engine.m_named))
     {}
 
     ~PostgresStatement() override
