@@ -66,7 +66,7 @@ void waitForEnd(QProcess& process, const QString& target, Console& console)
 
 QString postgresProgram(const QString& name)
 {
-    const QString inPath = QStandardPaths::findExecutable(name);
+    QString inPath = QStandardPaths::findExecutable(name);
     if (!inPath.isEmpty()) {
         return inPath;
     }

@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+#include <QUrl>
 
 #include <atomic>
 #include <csignal>
@@ -495,7 +496,9 @@ void tst_Respaldar::theResultIsGivenAsJson()
 
 void tst_Respaldar::theServersCopyIsRestoredByItsOwnTool()
 {
-    const QString url = m_server.url(u"insumos"_s);
+    // A name that is quoted in every language on the way.
+    const QString schema = u"El \"stock\".* ñ"_s;
+    const QString url = m_server.url(QString::fromLatin1(QUrl::toPercentEncoding(schema)));
     const auto other = createStore(m_server.url(u"otro"_s), Database::Host);
     {
         const auto source = createStore(url, Database::Inputs);
@@ -507,7 +510,8 @@ void tst_Respaldar::theServersCopyIsRestoredByItsOwnTool()
     QCOMPARE(console.results()[0][u"format"_s].toString(), u"pg_dump"_s);
     QCOMPARE(filesThere().filter(u"insumos.dump"_s), QStringList(u"insumos.dump"_s));
 
-    const QString dropped = client(u"psql"_s, {u"-Xqc"_s, u"drop schema insumos cascade"_s});
+    const QString quoted = u'"' + QString(schema).replace(u'"', u"\"\""_s) + u'"';
+    const QString dropped = client(u"psql"_s, {u"-Xqc"_s, u"drop schema "_s + quoted + u" cascade"});
     QVERIFY2(!dropped.startsWith(u"error"_s), qPrintable(dropped));
     QVERIFY(thrownBy([&] { std::ignore = connectStore(url); }));
     QCOMPARE(client(u"pg_restore"_s, {u"--no-owner"_s, u"--exit-on-error"_s, dump}), QString());

@@ -340,6 +340,9 @@ void PostgresEngine::open(Opening opening)
             throw serverGone(firstLine(m_database->lastError().databaseText()));
         }
         ++m_opened;
+        // Notices are for people at a terminal; the host's error output is not ours to write to.
+        PQsetNoticeProcessor(
+            handle(), [](void*, const char*) {}, nullptr);
         configure(opening);
     } catch (...) {
         close();
