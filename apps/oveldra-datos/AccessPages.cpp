@@ -22,6 +22,7 @@ constexpr int startMask = 0x1FFF;
 
 constexpr qsizetype smallestPage = 2048;
 constexpr int ownerOffset = 4;
+constexpr int mostColumns = 255;
 
 // In the header of Jet 3 and 4, once it is readable: the password, as many bytes of it, and the day from which Jet 4
 // makes the pattern that hides it.
@@ -114,9 +115,10 @@ void AccessPages::checkPassword()
     }
 }
 
-TableDefinition AccessPages::readDefinition(MdbCatalogEntry& entry) const
+TableDefinition AccessPages::readDefinition(MdbCatalogEntry& entry)
 {
     const Hushed hushed;
+    checkDefinition(static_cast<quint32>(entry.table_pg));
     TableDefinition definition(mdb_read_table(&entry));
     if (!definition || !mdb_read_columns(definition.get())) {
         throw damaged();
@@ -124,19 +126,69 @@ TableDefinition AccessPages::readDefinition(MdbCatalogEntry& entry) const
     return definition;
 }
 
+void AccessPages::checkDefinition(quint32 page)
+{
+    const MdbFormatConstants& format = *m_handle->fmt;
+    read(page);
+    const unsigned char* const bytes = m_handle->pg_buf;
+    if (bytes[0] != MDB_PAGE_TABLE || word(bytes + format.tab_num_cols_offset) > mostColumns) {
+        throw damaged();
+    }
+    const std::array maps = {qFromLittleEndian<quint32>(bytes + format.tab_usage_map_offset),
+                             qFromLittleEndian<quint32>(bytes + format.tab_free_map_offset)};
+    for (const quint32 map : maps) {
+        const int row = static_cast<int>(map & 0xFFU);
+        read(map >> 8U);
+        if (row >= slotCount() || slot(row).hidden || slot(row).pointer || slot(row).size == 0) {
+            throw damaged();
+        }
+    }
+}
+
 quint32 AccessPages::pageCount() const
 {
     return static_cast<quint32>(m_fileSize / m_handle->fmt->pg_size);
 }
 
-quint32 AccessPages::nextPage(MdbTableDef& definition, quint32 page)
+std::vector<quint32> AccessPages::pagesOf(const MdbTableDef& definition)
 {
-    const gint32 next =
-        mdb_map_find_next(m_handle.get(), definition.usage_map, static_cast<unsigned>(definition.map_sz), page);
-    if (next < 0 || (next > 0 && static_cast<quint32>(next) <= page)) {
+    constexpr unsigned char bitsOfPages = 0;
+    constexpr unsigned char listOfMaps = 1;
+    constexpr size_t bitsOffset = 5;
+    constexpr size_t mapBitsOffset = 4;
+    const Bytes map(definition.usage_map, definition.map_sz);
+    std::vector<quint32> pages;
+    if (map[0] == bitsOfPages && map.size() >= bitsOffset) {
+        addPages(qFromLittleEndian<quint32>(map.data() + 1), map.subspan(bitsOffset), pages);
+    } else if (map[0] == listOfMaps) {
+        const size_t bitBytes = static_cast<size_t>(m_handle->fmt->pg_size) - mapBitsOffset;
+        for (size_t i = 0; 1 + 4 * (i + 1) <= map.size(); ++i) {
+            const auto page = qFromLittleEndian<quint32>(map.data() + 1 + 4 * i);
+            if (page == 0) {
+                continue; // none of these pages is the table's
+            }
+            read(page);
+            if (m_handle->pg_buf[0] != MDB_PAGE_MAP) {
+                throw damaged();
+            }
+            addPages(static_cast<quint32>(i * bitBytes * 8), bytes(mapBitsOffset, bitBytes), pages);
+        }
+    } else {
         throw damaged();
     }
-    return static_cast<quint32>(next);
+    return pages;
+}
+
+void AccessPages::addPages(quint32 first, Bytes bits, std::vector<quint32>& pages) const
+{
+    for (size_t i = 0; i < bits.size() * 8; ++i) {
+        if ((bits[i / 8] >> (i % 8) & 1) != 0) {
+            if (first + i >= pageCount()) {
+                throw damaged();
+            }
+            pages.push_back(static_cast<quint32>(first + i));
+        }
+    }
 }
 
 void AccessPages::read(quint32 page)

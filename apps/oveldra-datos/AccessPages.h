@@ -52,9 +52,9 @@ public:
     [[nodiscard]] RuntimeError damaged() const { return accessError(AccessTrouble::Damaged, m_path); }
 
     /// The layout of a table whose catalog entry stays where it is for as long as the definition lives.
-    [[nodiscard]] TableDefinition readDefinition(MdbCatalogEntry& entry) const;
-    /// The next page of a table behind `page`, or 0. It need not be one with rows.
-    [[nodiscard]] quint32 nextPage(MdbTableDef& definition, quint32 page);
+    [[nodiscard]] TableDefinition readDefinition(MdbCatalogEntry& entry);
+    /// The pages of a table, in order. Not all of them need have rows.
+    [[nodiscard]] std::vector<quint32> pagesOf(const MdbTableDef& definition);
 
     /// Brings a page into memory.
     void read(quint32 page);
@@ -76,6 +76,9 @@ private:
     };
 
     void checkPassword();
+    /// Refuses what would lead libmdb out of its buffers.
+    void checkDefinition(quint32 page);
+    void addPages(quint32 first, Bytes bits, std::vector<quint32>& pages) const;
     [[nodiscard]] quint32 pageCount() const;
     /// The bytes of a long value's row, which lies in the second page buffer; empty when there is no such row.
     [[nodiscard]] Bytes longValueRow(quint32 place);

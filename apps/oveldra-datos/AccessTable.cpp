@@ -74,6 +74,7 @@ AccessTable::AccessTable(std::shared_ptr<AccessPages> pages, const QString& name
         m_columns.append(QString::fromUtf8(m_layout->column(i).name));
         m_kinds.push_back(kindOf(m_layout->column(i)));
     }
+    m_pageNumbers = m_pages->pagesOf(*m_layout->definition);
 }
 
 AccessTable::~AccessTable() = default;
@@ -97,24 +98,23 @@ bool AccessTable::next(SourceRow& row)
 
 bool AccessTable::readNextPage()
 {
-    const Hushed hushed;
-    m_page = m_pages->nextPage(*m_layout->definition, m_page);
-    if (m_page == 0) {
+    if (m_nextPage == m_pageNumbers.size()) {
         return false;
     }
-    m_pages->read(m_page);
+    const Hushed hushed;
+    const quint32 page = m_pageNumbers[m_nextPage++];
+    m_pages->read(page);
     m_blockRows = 0;
     m_nextRow = 0;
     // A page that a table once had may be listed for it still.
     if (m_pages->hasRowsOf(m_layout->entry)) {
-        readPageRows();
+        readPageRows(page);
     }
     return true;
 }
 
-void AccessTable::readPageRows()
+void AccessTable::readPageRows(quint32 page)
 {
-    const quint32 page = m_page;
     const int slots = m_pages->slotCount();
     for (int i = 0; i < slots; ++i) {
         const PageSlot slot = m_pages->slot(i);

@@ -33,7 +33,7 @@ private:
     struct Layout;
 
     [[nodiscard]] bool readNextPage();
-    void readPageRows();
+    void readPageRows(quint32 page);
     void readMovedRow(const PageSlot& pointer, quint32 page);
     void readRow(int start, size_t size);
     /// How many columns the table had when the row was written; columns made later have no bytes in it.
@@ -53,7 +53,8 @@ private:
     std::vector<SourceRow> m_block;
     size_t m_blockRows = 0;
     size_t m_nextRow = 0;
-    quint32 m_page = 0;
+    std::vector<quint32> m_pageNumbers; ///< of the table
+    size_t m_nextPage = 0;
 };
 
 } // namespace oVELDRA::data

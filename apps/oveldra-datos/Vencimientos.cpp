@@ -165,7 +165,9 @@ Command vencimientos(std::shared_ptr<const runtime::Clock> clock)
              {u"desde"_s, u"FECHA"_s, u"Otro día en lugar de hoy, como 2024-03-15."_s},
              {u"vencidas"_s, {}, u"También las que ya vencieron y tienen saldo."_s},
              formatOption()},
-            [clock](const Arguments& arguments, Console& console) { return run(arguments, console, *clock); }};
+            [clock = std::move(clock)](const Arguments& arguments, Console& console) {
+                return run(arguments, console, *clock);
+            }};
 }
 
 } // namespace oVELDRA::data

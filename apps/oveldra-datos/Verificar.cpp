@@ -90,8 +90,8 @@ std::vector<FindingKind> allKinds()
 class VerificationReport
 {
 public:
-    VerificationReport(FindingSpool& spool, const RowTally& tally, const QStringList& leftOut)
-        : m_spool(spool), m_tally(tally), m_leftOut(leftOut)
+    VerificationReport(FindingSpool& spool, const RowTally& tally, QStringList leftOut)
+        : m_spool(spool), m_tally(tally), m_leftOut(std::move(leftOut))
     {
         for (const FindingKind kind : allKinds()) {
             m_findings += spool.count(kind);

@@ -87,8 +87,11 @@ void SeatLedger::read(const QString& name)
     if (!file.open(QIODevice::ReadOnly)) {
         qFatal("cannot read %ls", qUtf16Printable(name));
     }
-    while (file.canReadLine()) {
-        m_entries << QString::fromUtf8(file.readLine()).chopped(1).split(u'\t');
+    const QString text = QString::fromUtf8(file.readAll());
+    QStringList lines = text.split(u'\n');
+    lines.removeLast(); // behind the last end of a line: nothing, or what is just being written
+    for (const QString& line : lines) {
+        m_entries << line.split(u'\t');
     }
 }
 

@@ -18,7 +18,7 @@ using doubles::TestStores;
 namespace {
 
 constexpr int seats = 8;
-constexpr int operations = 30; ///< of each seat
+constexpr int operations = 60; ///< of each seat
 
 /// What the data tool finds wrong with a stock, a word each.
 QStringList verified(const QString& url)

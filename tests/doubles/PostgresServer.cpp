@@ -101,8 +101,12 @@ void PostgresServer::start()
     m_server.setStandardOutputFile(QProcess::nullDevice());
     m_server.setStandardErrorFile(log());
     const QString durable = m_durability == Durability::Full ? u"on"_s : u"off"_s;
-    const QStringList settings{u"fsync="_s + durable, u"full_page_writes="_s + durable, u"shared_buffers=16MB"_s,
-                               u"max_wal_size=1GB"_s, u"max_connections=40"_s};
+    const QStringList settings{u"fsync="_s + durable,
+                               u"full_page_writes="_s + durable,
+                               u"recovery_init_sync_method=syncfs"_s, // not file by file after each sudden stop
+                               u"shared_buffers=16MB"_s,
+                               u"max_wal_size=1GB"_s,
+                               u"max_connections=40"_s};
     QStringList arguments{u"-D"_s, data(), u"-k"_s, host(), u"-h"_s, {}, u"-p"_s, QString::number(port())};
     for (const QString& setting : settings) {
         arguments << u"-c"_s << setting;

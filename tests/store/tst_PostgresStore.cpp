@@ -337,9 +337,9 @@ private Q_SLOTS:
         engineOf(other).run("SET lock_timeout TO '20ms'");
         const auto burst = db->beginBurst();
         run(db, insertHeader(u"1"_s));
-        QCOMPARE(errorOf([&] { engineOf(other).run("UPDATE \"DIP\" SET \"ARTDCL\" = 'x'"); }).nativeNumber(), 3218);
+        QCOMPARE(errorOf([&] { engineOf(other).run(R"(UPDATE "DIP" SET "ARTDCL" = 'x')"); }).nativeNumber(), 3218);
         burst->commit();
-        engineOf(other).run("UPDATE \"DIP\" SET \"ARTDCL\" = 'x'");
+        engineOf(other).run(R"(UPDATE "DIP" SET "ARTDCL" = 'x')");
     }
 
     // --- whole tables ---------------------------------------------------------------------------------------------

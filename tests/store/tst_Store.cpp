@@ -276,7 +276,7 @@ private Q_SLOTS:
     {
         const Connection db = freshInputs();
         QCOMPARE(errorOf([&] { static_cast<void>(open(db, u"select * from OTRA"_s)); }).number(), -2147217865);
-        engineOf(db).run("CREATE TABLE \"OTRA\" (\"CODIGO\" VARCHAR(5), \"VALOR\" DOUBLE PRECISION)");
+        engineOf(db).run(R"(CREATE TABLE "OTRA" ("CODIGO" VARCHAR(5), "VALOR" DOUBLE PRECISION))");
         QCOMPARE(run(db, u"insert into OTRA (CODIGO,VALOR) values ('A','1,5')"_s), 1);
         QCOMPARE(one(db, u"select VALOR from OTRA where CODIGO = 'a'"_s, u"VALOR").toDouble(), 1.5);
     }
@@ -382,7 +382,7 @@ private Q_SLOTS:
         const QString url = filledUrl();
         const Connection db = connectStore(url);
         QCOMPARE(one(db, u"select * from CAT"_s, u"CATNRO").toString(), u"A"_s);
-        engineOf(connectStore(url)).run("ALTER TABLE \"CAT\" ADD COLUMN \"NOTA\" VARCHAR(10)");
+        engineOf(connectStore(url)).run(R"(ALTER TABLE "CAT" ADD COLUMN "NOTA" VARCHAR(10))");
         QCOMPARE(one(db, u"select * from CAT"_s, u"CATNRO").toString(), u"A"_s);
         QVERIFY(!one(db, u"select NOTA from CAT"_s, u"NOTA").isValid());
     }

@@ -53,10 +53,10 @@ void checkRelations(store::EngineConnection& engine, const dialect::Catalog& tab
     for (; !relations.atEnd(); relations.advance()) {
         duplicateRelations.row(relations);
         const Key& key = relations.key();
-        while (!products.atEnd() && compareProducts(key, products.key()) > 0) {
+        while (!products.atEnd() && std::is_gt(compareProducts(key, products.key()))) {
             nextProduct();
         }
-        const bool found = !products.atEnd() && compareProducts(key, products.key()) == 0;
+        const bool found = !products.atEnd() && std::is_eq(compareProducts(key, products.key()));
         if (!found || key[0].isNull() || key[1].isNull()) {
             sink.add(withoutProduct(relations));
         }
