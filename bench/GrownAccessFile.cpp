@@ -55,7 +55,7 @@ public:
 
     void grow(quint32 rows)
     {
-        quint32 there = number<quint32>(m_definition, rowsOfTable);
+        auto there = number<quint32>(m_definition, rowsOfTable);
         const std::vector<qsizetype> originals = m_rowPages;
         for (size_t next = 0; there < rows; next = (next + 1) % originals.size()) {
             const QByteArray copy = m_bytes.mid(originals[next] * pageSize, pageSize);
@@ -95,7 +95,7 @@ private:
     /// A copy of a deleted or moved row would not be a row.
     void checkRows(qsizetype page)
     {
-        for (int row = 0; row < number<quint16>(page, rowsOnPage); ++row) {
+        for (qsizetype row = 0; row < number<quint16>(page, rowsOnPage); ++row) {
             if (number<quint16>(page, rowTable + 2 * row) & static_cast<quint16>(~startMask)) {
                 fail("the table has deleted or moved rows");
             }

@@ -30,7 +30,7 @@ constexpr qint64 wholeStock = 1000000;
 constexpr qint64 articlesEach = 100; // of a declaration
 constexpr int dischargesEach = 3;    // of an article
 constexpr double allowedGrowth = 1.5;
-constexpr qint64 allowanceKb = 8 * 1024;
+constexpr qint64 allowanceKb = 8192;
 
 /// Whether the stock is right but for a few articles, or nothing in it is.
 enum class Condition { Good, Bad };
@@ -86,10 +86,12 @@ struct Article
 
     explicit Article(qint64 number)
         : declaration(Value::ofText(u"26073IT14%1A"_s.arg(number / articlesEach, 7, 10, QChar(u'0')))),
-          item(Value::ofNumber(static_cast<double>(1 + number % articlesEach / 10))),
-          subitem(Value::ofNumber(static_cast<double>(1 + number % 10))),
+          item(numbered(number % articlesEach / 10)), subitem(numbered(number % 10)),
           code(Value::ofText(u"AC-%1"_s.arg(number % 5000)))
     {}
+
+private:
+    static Value numbered(qint64 place) { return Value::ofNumber(static_cast<double>(place + 1)); }
 };
 
 /// A number far from the one before: rows of a declaration are spread over the table, as years of work leave them.

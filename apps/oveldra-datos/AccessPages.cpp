@@ -71,6 +71,16 @@ bool hasPassword(const MdbHandle& handle)
     return false;
 }
 
+/// Page `first` and those behind it, as far as their bits are set.
+void addPages(quint32 first, Bytes bits, std::vector<quint32>& pages)
+{
+    for (size_t i = 0; i < bits.size() * 8; ++i) {
+        if ((bits[i / 8] >> (i % 8) & 1) != 0) {
+            pages.push_back(static_cast<quint32>(first + i));
+        }
+    }
+}
+
 } // namespace
 
 Hushed::Hushed() : m_kept(dup(STDERR_FILENO))
@@ -177,18 +187,6 @@ std::vector<quint32> AccessPages::pagesOf(const MdbTableDef& definition)
         throw damaged();
     }
     return pages;
-}
-
-void AccessPages::addPages(quint32 first, Bytes bits, std::vector<quint32>& pages) const
-{
-    for (size_t i = 0; i < bits.size() * 8; ++i) {
-        if ((bits[i / 8] >> (i % 8) & 1) != 0) {
-            if (first + i >= pageCount()) {
-                throw damaged();
-            }
-            pages.push_back(static_cast<quint32>(first + i));
-        }
-    }
 }
 
 void AccessPages::read(quint32 page)

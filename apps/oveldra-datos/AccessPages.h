@@ -78,7 +78,6 @@ private:
     void checkPassword();
     /// Refuses what would lead libmdb out of its buffers.
     void checkDefinition(quint32 page);
-    void addPages(quint32 first, Bytes bits, std::vector<quint32>& pages) const;
     [[nodiscard]] quint32 pageCount() const;
     /// The bytes of a long value's row, which lies in the second page buffer; empty when there is no such row.
     [[nodiscard]] Bytes longValueRow(quint32 place);

@@ -145,28 +145,29 @@ void AccessTable::readMovedRow(const PageSlot& pointer, quint32 page)
     m_pages->read(page);
 }
 
-int AccessTable::columnsOfRow(Bytes row) const
+void AccessTable::checkLengths(Bytes row) const
 {
-    // libmdb takes these lengths as they come; a damaged row must not lead it out of the row.
+    // libmdb keeps these lengths inside the page only; beyond its own end a row would take bytes of others for its own.
     const bool access97 = m_pages->isOfAccess97();
     const size_t countSize = access97 ? 1 : 2;
     const auto count = [&row, countSize](size_t at) {
         return countSize == 1 ? size_t{row[at]} : size_t{qFromLittleEndian<quint16>(row.data() + at)};
     };
-    if (row.size() <= 2 * countSize) {
+    if (row.size() <= countSize) {
         throw m_pages->damaged();
     }
-    const size_t columns = count(0);
-    const size_t mask = (columns + 7) / 8;
-    size_t needed = 2 * countSize + mask;
-    if (m_layout->definition->num_var_cols > 0 && needed <= row.size()) {
-        const size_t jumps = access97 ? (row.size() - 1) / 256 : 0;
-        needed += jumps + (count(row.size() - mask - countSize) + 1) * countSize;
+    const size_t mask = (count(0) + 7) / 8;
+    size_t needed = countSize + mask;
+    if (m_layout->definition->num_var_cols > 0) {
+        needed += countSize; // of the texts and memos, whose ends stand before it
+        if (needed <= row.size()) {
+            const size_t jumps = access97 ? (row.size() - 1) / 256 : 0;
+            needed += jumps + (count(row.size() - mask - countSize) + 1) * countSize;
+        }
     }
     if (needed > row.size()) {
         throw m_pages->damaged();
     }
-    return static_cast<int>(columns);
 }
 
 SourceRow& AccessTable::newRow()
@@ -183,21 +184,20 @@ SourceRow& AccessTable::newRow()
 void AccessTable::readRow(int start, size_t size)
 {
     const Bytes bytes = m_pages->bytes(start, size);
-    const int columnsThen = columnsOfRow(bytes);
+    checkLengths(bytes);
     if (mdb_crack_row(m_layout->definition.get(), start, size, m_layout->fields.data()) < 0) {
         throw m_pages->damaged();
     }
     SourceRow& row = newRow();
     for (size_t i = 0; i < m_kinds.size(); ++i) {
         const MdbField& field = m_layout->fields[i];
-        const bool there = !field.is_null && m_layout->column(i).col_num < columnsThen;
         Value& value = row.cells[i];
         value = {};
         if (m_kinds[i] == AccessKind::YesNo) {
-            value = Value::ofBoolean(there); // it has no bytes of its own: the mark of Null is its value
+            value = Value::ofBoolean(!field.is_null); // it has no bytes of its own: the mark of Null is its value
             continue;
         }
-        if (!there) {
+        if (field.is_null) {
             continue;
         }
         const int offset = field.start - start;

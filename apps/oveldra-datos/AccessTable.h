@@ -36,8 +36,8 @@ private:
     void readPageRows(quint32 page);
     void readMovedRow(const PageSlot& pointer, quint32 page);
     void readRow(int start, size_t size);
-    /// How many columns the table had when the row was written; columns made later have no bytes in it.
-    [[nodiscard]] int columnsOfRow(Bytes row) const;
+    /// Refuses a row whose own counts say that it is longer than it is.
+    void checkLengths(Bytes row) const;
     [[nodiscard]] QString readCell(size_t column, Bytes bytes, dialect::Value& value);
     [[nodiscard]] QString readText(std::optional<QString> text, dialect::Value& value) const;
     [[nodiscard]] std::optional<QString> textOf(Bytes bytes) const;

@@ -24,8 +24,10 @@ y no se guardó nada; 2 línea de comandos mal escrita; 3 no se pudo, y no qued�
 nada.
 
 Ejemplos:
-  oveldra-datos copiar sqlite:insumos.sqlite 'postgresql://ana@servidor/oveldra?schema=insumos'
-  oveldra-datos copiar 'postgresql://ana@servidor/oveldra?schema=insumos' sqlite:copia.sqlite
+  oveldra-datos copiar sqlite:insumos.sqlite \
+      'postgresql://oveldra@servidor/oveldra?schema=insumos'
+  oveldra-datos copiar 'postgresql://oveldra@servidor/oveldra?schema=insumos' \
+      sqlite:copia.sqlite
 )";
 
 int runCopiar(const Arguments& arguments, Console& console)

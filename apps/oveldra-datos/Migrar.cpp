@@ -36,7 +36,8 @@ nada.
 Ejemplos:
   oveldra-datos migrar insumos.mdb sqlite:insumos.sqlite
   oveldra-datos migrar insumos.mdb sqlite:insumos.sqlite --rechazos malas.csv
-  oveldra-datos migrar tornel.mdb 'postgresql://ana@servidor/oveldra?schema=tornel'
+  oveldra-datos migrar tornel.mdb \
+      'postgresql://oveldra@servidor/oveldra?schema=tornel'
 )";
 
 int runMigrar(const Arguments& arguments, Console& console)

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int nameWidth = 22;
-constexpr int figureWidth = 18;
+constexpr int figureWidth = 20;
 constexpr int decimals = 2;
 constexpr size_t rejectionsShown = 20;
 
@@ -22,7 +22,7 @@ QString line(const QString& name, std::initializer_list<QString> figures)
 {
     QString text = name.leftJustified(nameWidth);
     for (const QString& figure : figures) {
-        text += figure.rightJustified(figureWidth);
+        text += u' ' + figure.rightJustified(figureWidth);
     }
     return text;
 }

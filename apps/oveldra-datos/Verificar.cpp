@@ -173,8 +173,8 @@ nada, y otros pueden trabajar mientras tanto.
 Qué controla, con el código que lleva cada hallazgo:
   saldo-incorrecto        el saldo (ARTDSC) no es lo declarado (ARTCAT) menos
                           lo descargado (RALCAN de la misma declaración, ítem
-                          y subítem)
-  saldo-negativo          el saldo es menor que cero
+                          y subítem), con la tolerancia de --tolerancia
+  saldo-negativo          el saldo es menor que cero, por más que la tolerancia
   descarga-sin-articulo   la declaración está, pero no el artículo
   descarga-sin-cabecera   la declaración de la descarga no está en INTINS
   articulo-sin-cabecera   la declaración del artículo no está en INTINS

@@ -29,7 +29,7 @@ public:
     /// Writes the bytes as they are now and answers the file's path.
     [[nodiscard]] QString path()
     {
-        const QString path = m_folder.filePath(QStringLiteral("copia.mdb"));
+        QString path = m_folder.filePath(QStringLiteral("copia.mdb"));
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(m_bytes) != m_bytes.size()) {
             throw std::runtime_error("cannot write");

@@ -64,7 +64,10 @@ private Q_SLOTS:
     void aPasswordInAnAddressIsRefusedAndNotRepeated();
 
 private:
-    CommandLine parse(const QStringList& arguments) const { return CommandLine::parse(arguments, m_commands); }
+    [[nodiscard]] CommandLine parse(const QStringList& arguments) const
+    {
+        return CommandLine::parse(arguments, m_commands);
+    }
 
     std::vector<Command> m_commands = commands();
 };

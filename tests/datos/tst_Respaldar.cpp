@@ -1,30 +1,24 @@
+#include "BusySeat.h"
 #include "FileSizeLimit.h"
 #include "HookedConsole.h"
 #include "RecordedConsole.h"
-#include "doubles/PostgresServer.h"
 #include "doubles/ThrownError.h"
 
 #include <oVELDRA/Store.h>
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-#include <QUrl>
 
-#include <atomic>
 #include <csignal>
-#include <optional>
 #include <oveldra-datos/Command.h>
-#include <oveldra-datos/ServerBackup.h>
 #include <sqlite3.h>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
 using namespace oVELDRA::data;
-using doubles::PostgresServer;
 using doubles::thrownBy;
 
 namespace {
@@ -35,43 +29,6 @@ constexpr int noPermission = 3051;
 
 // Enough that a copy takes several steps.
 constexpr int manyDeclarations = 400;
-constexpr int articlesEach = 60;
-
-qint64 count(ConexionDB& connection, const QString& table)
-{
-    connection.setSql(u"select count(*) as n from "_s + table);
-    bool ok = false;
-    const auto rows = connection.openRecordset(ok);
-    return ok ? rows->value(u"n").toLongLong() : -1;
-}
-
-/// One more declaration with its articles, as the import writes them: all or nothing.
-void importOne(ConexionDB& connection, qint64 number, int articles)
-{
-    const auto burst = connection.beginBurst();
-    const QString declaration = u"DIT%1"_s.arg(number, 8, 10, QChar(u'0'));
-    connection.setSql(
-        u"insert into INTINS (INTNRO,INTDCL,INTDES,INTIOK) values ('T%1','%2','Declaración',1)"_s.arg(number).arg(
-            declaration));
-    connection.execute();
-    for (int article = 1; article <= articles; ++article) {
-        connection.setSql(u"insert into INS (INTDCL,ARTNRO,ARTUNI,ARTCAT,ARTPRE,ARTDSC,ARTNCM,ARTITM,ARTSBT) values "
-                          "('%1','ARTICULO-%2','07','10','1','10','8471.30.12.000A','%2','001')"_s.arg(declaration)
-                              .arg(article, 3, 10, QChar(u'0')));
-        connection.execute();
-    }
-    burst->commit();
-}
-
-/// A stock of inputs.
-void fill(ConexionDB& connection, int declarations)
-{
-    const auto burst = connection.beginBurst();
-    for (int number = 1; number <= declarations; ++number) {
-        importOne(connection, number, articlesEach);
-    }
-    burst->commit();
-}
 
 /// The first value of a query that SQLite runs itself.
 QByteArray sqliteValue(const QString& file, const char* sql)
@@ -88,36 +45,6 @@ QByteArray sqliteValue(const QString& file, const char* sql)
     sqlite3_close(database);
     return value;
 }
-
-/// Another seat that imports without a pause, in a thread of its own.
-class BusySeat
-{
-public:
-    explicit BusySeat(const QString& url, qint64 firstNumber)
-        : m_thread(QThread::create([this, url, firstNumber] {
-              const auto connection = connectStore(url);
-              for (qint64 number = firstNumber; !m_enough; ++number) {
-                  importOne(*connection, number, articlesEach);
-                  ++m_imports;
-              }
-          }))
-    {
-        m_thread->start();
-    }
-    BusySeat(const BusySeat&) = delete;
-    BusySeat& operator=(const BusySeat&) = delete;
-    ~BusySeat()
-    {
-        m_enough = true;
-        m_thread->wait();
-    }
-    [[nodiscard]] int imports() const { return m_imports; }
-
-private:
-    std::atomic<bool> m_enough = false;
-    std::atomic<int> m_imports = 0;
-    std::unique_ptr<QThread> m_thread;
-};
 
 /// What SQLite itself holds of a database, for a test to hold it up.
 class ExclusiveLock
@@ -153,7 +80,7 @@ void write(const QString& file, const QByteArray& bytes)
 
 } // namespace
 
-/// The command that makes copies while others work.
+/// The command that makes copies while others work, of files.
 class tst_Respaldar : public QObject
 {
     Q_OBJECT
@@ -178,12 +105,6 @@ private Q_SLOTS:
     void whatIsNotThereIsSaid_data();
     void whatIsNotThereIsSaid();
     void theResultIsGivenAsJson();
-    void theServersCopyIsRestoredByItsOwnTool();
-    void theServersCopyIsOfOneMoment();
-    void theServersToolFailing_data();
-    void theServersToolFailing();
-    void anInterruptionStopsTheServersTool();
-    void programsOfTheServerAreFound();
 
 private:
     [[nodiscard]] QString file(const QString& name) const { return m_folder->filePath(name); }
@@ -210,28 +131,22 @@ private:
         }
         return data::respaldar().run(arguments, console);
     }
-    int respaldar(bool replace = false) const
+    [[nodiscard]] int respaldar(bool replace = false) const
     {
         RecordedConsole console;
         return respaldar(console, m_url, m_copy, replace);
     }
-    /// Copies from the server with a script in place of pg_dump.
-    [[nodiscard]] std::optional<RuntimeError> respaldarWithTool(Console& console, const QByteArray& script) const;
-    /// Runs a client of the server; its words, "" when it succeeded silently.
-    [[nodiscard]] QString client(const QString& program, const QStringList& arguments) const;
 
     QTemporaryDir m_bigStock;
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_url;
     QString m_copy;
     std::shared_ptr<ConexionDB> m_source;
-    PostgresServer m_server;
 };
 
 void tst_Respaldar::initTestCase()
 {
     QLocale::setDefault(QLocale(u"es_AR"_s));
-    m_server.start();
     const auto big = createStore(u"sqlite:"_s + m_bigStock.filePath(u"grande.sqlite"_s), Database::Inputs);
     fill(*big, manyDeclarations);
 }
@@ -242,35 +157,6 @@ void tst_Respaldar::init()
     m_url = u"sqlite:"_s + file(u"insumos.sqlite"_s);
     m_copy = file(u"copia.sqlite"_s);
     m_source = createStore(m_url, Database::Inputs);
-}
-
-std::optional<RuntimeError> tst_Respaldar::respaldarWithTool(Console& console, const QByteArray& script) const
-{
-    const QString url = m_server.url(u"fallido"_s);
-    if (thrownBy([&] { std::ignore = connectStore(url); })) {
-        std::ignore = createStore(url, Database::Inputs);
-    }
-    const QString program = file(u"pg_dump"_s);
-    write(program, "#!/bin/sh\n" + script + '\n');
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", m_folder->path().toLocal8Bit() + ':' + path);
-    auto error = thrownBy([&] { respaldar(console, url, file(u"copia.dump"_s)); });
-    qputenv("PATH", path);
-    return error;
-}
-
-QString tst_Respaldar::client(const QString& program, const QStringList& arguments) const
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(PostgresServer::program(program),
-                  QStringList{u"-h"_s, m_server.host(), u"-p"_s, QString::number(PostgresServer::port()), u"-U"_s,
-                              PostgresServer::user(), u"-d"_s, u"postgres"_s} +
-                      arguments);
-    process.waitForFinished();
-    const QString words = QString::fromUtf8(process.readAll()).trimmed();
-    return process.exitCode() == 0 ? words : u"error: "_s + words;
 }
 
 void tst_Respaldar::theCopyIsTheWholeDatabaseInOneFile()
@@ -337,7 +223,7 @@ void tst_Respaldar::copiesWhileAnotherSeatWritesAreOfOneMoment()
 void tst_Respaldar::anExistingFileIsKept()
 {
     write(m_copy, "la de ayer");
-    const auto error = thrownBy([&] { respaldar(); });
+    const auto error = thrownBy([&] { std::ignore = respaldar(); });
     QVERIFY(error);
     QCOMPARE(error->nativeNumber(), alreadyThere);
     QCOMPARE(contentOf(m_copy), QByteArray("la de ayer"));
@@ -356,7 +242,7 @@ void tst_Respaldar::aDatabaseInUseIsNotReplaced()
 {
     const auto other = createStore(u"sqlite:"_s + m_copy, Database::Inputs);
     importOne(*other, 1, 2);
-    const auto error = thrownBy([&] { respaldar(true); });
+    const auto error = thrownBy([&] { std::ignore = respaldar(true); });
     QVERIFY(error);
     QVERIFY2(error->description().contains(u"en uso"_s), qPrintable(error->description()));
     QCOMPARE(count(*other, u"INS"_s), 2);
@@ -386,7 +272,7 @@ void tst_Respaldar::aDamagedSourceLeavesTheOldCopy()
     bytes.replace(10 * page, page, QByteArray(page, '\x5a'));
     write(source, bytes);
     write(m_copy, "la de ayer");
-    const auto error = thrownBy([&] { respaldar(true); });
+    const auto error = thrownBy([&] { std::ignore = respaldar(true); });
     QVERIFY(error);
     QCOMPARE(error->nativeNumber(), damaged);
     QCOMPARE(contentOf(m_copy), QByteArray("la de ayer"));
@@ -400,7 +286,7 @@ void tst_Respaldar::aFullDiskLeavesTheOldCopy()
     write(m_copy, "la de ayer");
     {
         const FileSizeLimit diskFull(1'000'000);
-        const auto error = thrownBy([&] { respaldar(true); });
+        const auto error = thrownBy([&] { std::ignore = respaldar(true); });
         QVERIFY(error);
         QVERIFY2(error->description().startsWith(u"No se pudo escribir la copia"_s), qPrintable(error->description()));
     }
@@ -492,106 +378,6 @@ void tst_Respaldar::theResultIsGivenAsJson()
                                                 {u"file"_s, m_copy},
                                                 {u"format"_s, u"sqlite"_s},
                                                 {u"bytes"_s, QFileInfo(m_copy).size()}}));
-}
-
-void tst_Respaldar::theServersCopyIsRestoredByItsOwnTool()
-{
-    // A name that is quoted in every language on the way.
-    const QString schema = u"El \"stock\".* ñ"_s;
-    const QString url = m_server.url(QString::fromLatin1(QUrl::toPercentEncoding(schema)));
-    const auto other = createStore(m_server.url(u"otro"_s), Database::Host);
-    {
-        const auto source = createStore(url, Database::Inputs);
-        fill(*source, 10);
-    }
-    const QString dump = file(u"insumos.dump"_s);
-    RecordedConsole console(RecordedConsole::Format::Json);
-    QCOMPARE(respaldar(console, url, dump), 0);
-    QCOMPARE(console.results()[0][u"format"_s].toString(), u"pg_dump"_s);
-    QCOMPARE(filesThere().filter(u"insumos.dump"_s), QStringList(u"insumos.dump"_s));
-
-    const QString quoted = u'"' + QString(schema).replace(u'"', u"\"\""_s) + u'"';
-    const QString dropped = client(u"psql"_s, {u"-Xqc"_s, u"drop schema "_s + quoted + u" cascade"});
-    QVERIFY2(!dropped.startsWith(u"error"_s), qPrintable(dropped));
-    QVERIFY(thrownBy([&] { std::ignore = connectStore(url); }));
-    QCOMPARE(client(u"pg_restore"_s, {u"--no-owner"_s, u"--exit-on-error"_s, dump}), QString());
-    const auto restored = connectStore(url);
-    QCOMPARE(count(*restored, u"INS"_s), 10 * articlesEach);
-    importOne(*restored, 11, 1);
-    restored->setSql(u"select INTDES from INTINS where INTDCL = 'dit00000011  '"_s); // the collation came along
-    bool ok = false;
-    QCOMPARE(restored->openRecordset(ok)->value(u"INTDES").toString(), u"Declaración"_s);
-    QVERIFY(thrownBy([&] { importOne(*restored, 11, 1); })); // and the keys
-}
-
-void tst_Respaldar::theServersCopyIsOfOneMoment()
-{
-    const QString url = m_server.url(u"ocupado"_s);
-    {
-        const auto source = createStore(url, Database::Inputs);
-        fill(*source, 20);
-    }
-    const QString dump = file(u"ocupado.dump"_s);
-    {
-        const BusySeat seat(url, 21);
-        QTRY_VERIFY(seat.imports() > 0);
-        RecordedConsole console;
-        QCOMPARE(respaldar(console, url, dump), 0);
-        const int imports = seat.imports();
-        QTRY_VERIFY(seat.imports() > imports);
-    }
-    const QString dropped = client(u"psql"_s, {u"-Xqc"_s, u"drop schema ocupado cascade"_s});
-    QVERIFY2(!dropped.startsWith(u"error"_s), qPrintable(dropped));
-    QCOMPARE(client(u"pg_restore"_s, {u"--no-owner"_s, u"--exit-on-error"_s, dump}), QString());
-    const auto restored = connectStore(url);
-    const qint64 declarations = count(*restored, u"INTINS"_s);
-    QVERIFY(declarations > 20);
-    QCOMPARE(count(*restored, u"INS"_s), declarations * articlesEach);
-}
-
-void tst_Respaldar::theServersToolFailing_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<QString>("said");
-    QTest::newRow("with its reason") << QByteArray("echo 'pg_dump: error: no quiero' >&2; exit 1")
-                                     << u"pg_dump: error: no quiero"_s;
-    QTest::newRow("saying what it was asked") << QByteArray("echo \"$@\" >&2; exit 1") << u"--schema=\"fallido\""_s;
-    QTest::newRow("half way") << QByteArray(
-                                     "for a; do case $a in --file=*) echo medio > \"${a#--file=}\";; esac; done; "
-                                     "kill -9 $$")
-                              << u"pg_dump terminó de golpe"_s;
-}
-
-void tst_Respaldar::theServersToolFailing()
-{
-    QFETCH(const QByteArray, script);
-    QFETCH(const QString, said);
-    RecordedConsole console;
-    const auto error = respaldarWithTool(console, script);
-    QVERIFY(error);
-    QVERIFY2(error->description().contains(said), qPrintable(error->description()));
-    QCOMPARE(filesThere().filter(u"copia.dump"_s), QStringList());
-}
-
-void tst_Respaldar::anInterruptionStopsTheServersTool()
-{
-    int reports = 0;
-    HookedConsole console([&reports](const QString&, qint64, qint64) {
-        if (++reports == 1) {
-            std::raise(SIGTERM);
-        }
-    });
-    const auto error = respaldarWithTool(console, "exec sleep 1000");
-    QVERIFY(error);
-    QCOMPARE(error->number(), 18);
-    QCOMPARE(filesThere().filter(u"copia.dump"_s), QStringList());
-}
-
-void tst_Respaldar::programsOfTheServerAreFound()
-{
-    QVERIFY(QFileInfo(postgresProgram(u"pg_dump"_s)).isExecutable());
-    QVERIFY(QFileInfo(postgresProgram(u"initdb"_s)).isExecutable()); // beside PATH, on Debian
-    QCOMPARE(postgresProgram(u"pg_no_existe"_s), QString());
 }
 
 QTEST_GUILESS_MAIN(tst_Respaldar)

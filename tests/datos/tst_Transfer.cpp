@@ -12,7 +12,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <limits>
 #include <oveldra-datos/AccessFile.h>
 #include <oveldra-datos/Interruption.h>
 #include <oveldra-datos/Transfer.h>
@@ -100,15 +99,6 @@ private:
     [[nodiscard]] TransferReport accepted(ListedSource& source)
     {
         return transfer(source, m_places.fresh(u"sqlite"_s), true);
-    }
-
-    /// Why a text cannot be CATDES, or number INTIOK … of a row; null when it can.
-    [[nodiscard]] QString refusalOf(const QString& table, const QString& column, const Value& value)
-    {
-        ListedSource source;
-        source.add(table, {column}).add({value});
-        const TransferReport report = accepted(source);
-        return report.rejections.empty() ? QString() : report.rejections.front().reason;
     }
 
     DatabasePlaces m_places;
@@ -259,50 +249,6 @@ private Q_SLOTS:
         QCOMPARE(report.uncopiedTables[0].table, u"Clientes"_s);
         QCOMPARE(report.uncopiedTables[0].rows, std::optional<qint64>(1));
         QCOMPARE(report.uncopiedTables[1].rows, std::optional<qint64>(0));
-    }
-
-    void aTableWithoutItsKeyIsRefused()
-    {
-        ListedSource source;
-        source.add(u"PRD"_s, {u"CATNRO"_s, u"PRDDES"_s}).add({text(u"A"_s), text(u"B"_s)});
-        const auto error = doubles::thrownBy([&] { static_cast<void>(accepted(source)); });
-        QVERIFY(error);
-        QCOMPARE(error->description(), u"La tabla PRD del origen no tiene la columna PRDNRO, que es de su clave."_s);
-    }
-
-    void textsThatCannotBeKept()
-    {
-        const QString longest(17, u'Ñ');
-        QCOMPARE(refusalOf(u"INS"_s, u"INTDCL"_s, text(longest)), QString());
-        QCOMPARE(refusalOf(u"INS"_s, u"INTDCL"_s, text(longest + u'x')),
-                 u"INTDCL: el texto tiene más de 17 caracteres: «%1x»"_s.arg(longest));
-        QCOMPARE(refusalOf(u"CAT"_s, u"CATNRO"_s, text(u"a"_s + QChar(QChar::Null) + u'b')),
-                 u"CATNRO: el texto tiene un carácter nulo"_s);
-        QCOMPARE(refusalOf(u"CAT"_s, u"CATNRO"_s, text(QString(QChar(0xD83D)))),
-                 u"CATNRO: el texto tiene caracteres que no existen"_s);
-        QCOMPARE(refusalOf(u"CAT"_s, u"CATNRO"_s, text(u"– Ø 😀"_s)), QString());
-    }
-
-    void numbersThatCannotBeKept()
-    {
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTITM"_s, number(2147483647)), QString());
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTITM"_s, number(2147483648)), u"ARTITM: el número no cabe: «2147483648»"_s);
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTITM"_s, number(1.5)), u"ARTITM: el número no es entero: «1,5»"_s);
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTITM"_s, text(u"007"_s)), QString());
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTCAT"_s, text(u"siete"_s)), u"ARTCAT: no es un número: «siete»"_s);
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTCAT"_s, number(std::numeric_limits<double>::infinity())),
-                 u"ARTCAT: el número no es finito"_s);
-        QCOMPARE(refusalOf(u"INS"_s, u"ARTCAT"_s, number(std::nan(""))), u"ARTCAT: el número no es finito"_s);
-    }
-
-    void datesThatCannotBeKept()
-    {
-        QCOMPARE(refusalOf(u"DIP"_s, u"EXTFOF"_s, text(u"31/12/2024"_s)), QString());
-        QCOMPARE(refusalOf(u"DIP"_s, u"EXTFOF"_s, text(u"31/02/2024"_s)),
-                 u"EXTFOF: la fecha es imposible: «31/02/2024»"_s);
-        QCOMPARE(refusalOf(u"DIP"_s, u"EXTFOF"_s, number(45423)), QString());
-        QCOMPARE(refusalOf(u"DIP"_s, u"EXTFOF"_s, number(45423.5)), u"EXTFOF: la fecha tiene hora: «45423,5»"_s);
-        QCOMPARE(refusalOf(u"DIP"_s, u"EXTFOF"_s, number(3e6)), u"EXTFOF: la fecha es imposible: «3000000»"_s);
     }
 
     void troubleOfTheSourceRejectsItsRow()

@@ -227,7 +227,7 @@ private Q_SLOTS:
         });
         QCOMPARE(asTariff.value_or(RuntimeError(0)).description(),
                  u"La base de datos no es una base de nomenclador: no tiene la tabla NCM."_s);
-        base.engine().run("DROP TABLE \"DIP\"");
+        base.engine().run(R"(DROP TABLE "DIP")");
         const auto oneMissing = thrownBy([&] { static_cast<void>(CommandRun(verificar(), {base.url()})); });
         QCOMPARE(oneMissing.value_or(RuntimeError(0)).description(),
                  u"La base de datos no es una base de insumos: no tiene la tabla DIP."_s);
@@ -236,7 +236,7 @@ private Q_SLOTS:
     void aTableWithoutAColumnIsRefused()
     {
         StockBase base(m_bases.url(), Database::Inputs);
-        base.engine().run("ALTER TABLE \"INS\" DROP COLUMN \"ARTDSC\"");
+        base.engine().run(R"(ALTER TABLE "INS" DROP COLUMN "ARTDSC")");
         const auto error = thrownBy([&] { static_cast<void>(CommandRun(verificar(), {base.url()})); });
         QVERIFY(error);
         QCOMPARE(error->number(), unknownColumn);
@@ -367,7 +367,7 @@ private:
     StockBase withItemsAsTexts()
     {
         StockBase base(m_bases.url(), Database::Inputs);
-        base.engine().run("DROP TABLE \"INS\"");
+        base.engine().run(R"(DROP TABLE "INS")");
         for (store::TableSchema table : store::schemaOf(Database::Inputs)) {
             if (table.table.name == u"INS"_s) {
                 table.table.columns[static_cast<size_t>(table.table.find(u"ARTITM"))].kind = dialect::ColumnKind::Text;

@@ -47,11 +47,17 @@ bool isRule(const QString& text)
            text.startsWith(u"No pudo eliminar el interno") || text.startsWith(u"Confirma");
 }
 
+class Plain final : public ConexionDB { public: explicit Plain(std::shared_ptr<ConexionDB> r) : m(std::move(r)) {}
+    void setSql(const QString& text) override { m->setSql(text); }
+    [[nodiscard]] std::unique_ptr<Recordset> openRecordset(bool& ok) override { return m->openRecordset(ok); }
+    qint64 execute() override { return m->execute(); }
+    [[nodiscard]] RuntimeError lastError() const override { return m->lastError(); }
+    std::shared_ptr<ConexionDB> m; };
 class BusySeat
 {
 public:
     BusySeat(const QString& stockUrl, const QString& hostUrl, QString name, quint64 seed)
-        : m_name(std::move(name)), m_dice(seed), m_stock(connectStore(stockUrl)), m_browser(m_component, {})
+        : m_name(std::move(name)), m_dice(seed), m_stock(std::make_shared<Plain>(connectStore(stockUrl))), m_browser(m_component, {})
     {
         m_component.clock.set(QDate(2026, 6, 1)); // the year of what is imported
         m_component.state.g_sAduana = u"073"_s;
@@ -87,7 +93,7 @@ private:
     /// One of the few numbers, in any spelling.
     [[nodiscard]] QString anyNumber()
     {
-        const QString number = u"26073IT%1A"_s.arg(m_dice.below(numbersInUse));
+        QString number = u"26073IT%1A"_s.arg(m_dice.below(numbersInUse));
         switch (m_dice.below(4)) {
         case 0:
             return number.toLower();
@@ -200,16 +206,18 @@ private:
     {
         const auto header = rowsOf(*m_stock, u"select INTDES from INTINS where INTDCL = "_s + number);
         const auto articles = rowsOf(*m_stock, u"select * from INS where INTDCL = "_s + number);
-        for (int steps = header->atEof() ? 0 : m_dice.below(static_cast<int>(articles->recordCount())); steps > 0;
-             --steps) {
+        if (header->atEof() || articles->atEof()) { // whether the articles may be missing is settled elsewhere
+            return {};
+        }
+        for (int steps = m_dice.below(static_cast<int>(articles->recordCount())); steps > 0; --steps) {
             articles->moveNext();
         }
-        if (header->atEof() || runtime::toNumber(articles->value(u"ARTDSC")) < 1) {
+        if (runtime::toNumber(articles->value(u"ARTDSC")) < 1) {
             return {};
         }
         const QString place = u" and ARTITM = '%1' and ARTSBT = '%2'"_s.arg(articles->value(u"ARTITM").toString(),
                                                                             articles->value(u"ARTSBT").toString());
-        const QString token = header->value(u"INTDES").toString();
+        QString token = header->value(u"INTDES").toString();
         core::run(*m_stock, u"insert into DIP (ARTDCL,ARTNRO,ARTITM,ARTSBT,RALCAN,EXTINT,EXTNOF) values ("_s + number +
                                 u",'%1','%2','%3','1','%4','%5')"_s.arg(
                                     articles->value(u"ARTNRO").toString(), articles->value(u"ARTITM").toString(),

@@ -305,7 +305,7 @@ Step History::bulkEdit(const ReferenceModel& model)
 {
     const QString table = anyTable(model);
     const dialect::Table& definition = model.table(table).definition;
-    const size_t place = static_cast<size_t>(m_dice.below(static_cast<int>(definition.columns.size())));
+    const auto place = static_cast<size_t>(m_dice.below(static_cast<int>(definition.columns.size())));
     const Condition which = m_words.condition(model, table);
     if (m_dice.chance(10)) {
         return alone(deleteFrom(table, which && m_words.condition(model, table)));

@@ -16,7 +16,7 @@ QVariant storedIn(const ModelTable& table, size_t place, const Said& said)
         throw Refusal(*said.refusal);
     }
     const dialect::Column& column = table.definition.columns[place];
-    const QVariant kept = keptBy(column.kind, said.value);
+    QVariant kept = keptBy(column.kind, said.value);
     if (column.kind == dialect::ColumnKind::Text && column.width > 0 && kept.toString().size() > column.width) {
         constexpr int textTooLong = 3163;
         throw Refusal{databaseError, textTooLong};
@@ -104,8 +104,7 @@ private:
             if (value.change) {
                 writes.push_back({place, [&value, place](const Row& row) { return value.change(row[place]); }});
             } else {
-                const QVariant stored = storedIn(table, place, value.said);
-                writes.push_back({place, [stored](const Row&) { return stored; }});
+                writes.push_back({place, [stored = storedIn(table, place, value.said)](const Row&) { return stored; }});
             }
         }
         return affected(model.update(m_table, testOf(table, m_which), writes));

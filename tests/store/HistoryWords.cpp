@@ -219,7 +219,7 @@ Condition HistoryWords::simpleCondition(const ReferenceModel& model, const QStri
 
 Condition HistoryWords::condition(const ReferenceModel& model, const QString& table)
 {
-    const Condition first = simpleCondition(model, table);
+    Condition first = simpleCondition(model, table);
     switch (m_dice.below(6)) {
     case 0:
         return first && simpleCondition(model, table);

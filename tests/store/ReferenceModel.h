@@ -53,13 +53,13 @@ public:
 
     [[nodiscard]] const std::vector<ModelTable>& tables() const { return m_tables; }
     [[nodiscard]] const ModelTable& table(QStringView name) const;
-    /// The rows that a condition holds for.
-    [[nodiscard]] std::vector<Row> rowsOf(QStringView table, const RowTest& which) const;
+    /// The rows of a table that a condition holds for.
+    [[nodiscard]] std::vector<Row> rowsOf(QStringView name, const RowTest& which) const;
 
-    // Each answers the rows affected, or throws a Refusal.
-    qint64 insert(QStringView table, Row row);
-    qint64 update(QStringView table, const RowTest& which, const std::vector<Write>& writes);
-    qint64 remove(QStringView table, const RowTest& which);
+    // Each works on the table of that name and answers the rows affected, or throws a Refusal.
+    qint64 insert(QStringView name, Row row);
+    qint64 update(QStringView name, const RowTest& which, const std::vector<Write>& writes);
+    qint64 remove(QStringView name, const RowTest& which);
 
 private:
     [[nodiscard]] ModelTable& changing(QStringView name);

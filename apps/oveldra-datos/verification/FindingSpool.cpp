@@ -130,8 +130,8 @@ void FindingSpool::forEach(FindingKind kind, const std::function<void(const Find
 FindingSpool::Reader::Reader(FindingSpool& spool, FindingKind kind, const Range& range)
     : m_file(spool.fileOf(kind).file.get()), m_kind(kind), m_end(range.end)
 {
-    // What is still in the buffer is written first, which is where a full disk shows.
-    if (m_file && (!m_file->flush() || !m_file->seek(range.begin))) {
+    // This first writes what is still in the buffer, which is where a full disk may show.
+    if (m_file && !m_file->seek(range.begin)) {
         throwTrouble(m_file->errorString());
     }
 }
