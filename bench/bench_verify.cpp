@@ -1,5 +1,6 @@
 // What verifying a large stock takes: 1,000,000 articles with 3,000,000 discharges, in a SQLite file or, when a URL is
-// given, in two schemas of a server that are made for it (the URL's own schema with "_tenth" and "_whole" behind it).
+// given, in schemas of a server that are made for it (the URL's own schema with "_tenth", "_whole" and the like behind
+// it; they stay there, empty).
 // Prints the seconds and the peak memory of the verifying process, and fails when its memory grows with the tables:
 // the whole may take half as much again as a tenth of it, and a fixed allowance.
 
@@ -131,7 +132,7 @@ void fill(store::EngineConnection& engine, const dialect::Catalog& tables, qint6
     discharges.finish();
 }
 
-/// A database with a stock. Its schema, when it is one, is dropped behind it.
+/// A database with a stock, whose tables are dropped behind it.
 class StockBase
 {
 public:

@@ -47,17 +47,11 @@ bool isRule(const QString& text)
            text.startsWith(u"No pudo eliminar el interno") || text.startsWith(u"Confirma");
 }
 
-class Plain final : public ConexionDB { public: explicit Plain(std::shared_ptr<ConexionDB> r) : m(std::move(r)) {}
-    void setSql(const QString& text) override { m->setSql(text); }
-    [[nodiscard]] std::unique_ptr<Recordset> openRecordset(bool& ok) override { return m->openRecordset(ok); }
-    qint64 execute() override { return m->execute(); }
-    [[nodiscard]] RuntimeError lastError() const override { return m->lastError(); }
-    std::shared_ptr<ConexionDB> m; };
 class BusySeat
 {
 public:
     BusySeat(const QString& stockUrl, const QString& hostUrl, QString name, quint64 seed)
-        : m_name(std::move(name)), m_dice(seed), m_stock(std::make_shared<Plain>(connectStore(stockUrl))), m_browser(m_component, {})
+        : m_name(std::move(name)), m_dice(seed), m_stock(connectStore(stockUrl)), m_browser(m_component, {})
     {
         m_component.clock.set(QDate(2026, 6, 1)); // the year of what is imported
         m_component.state.g_sAduana = u"073"_s;

@@ -68,14 +68,14 @@ private Q_SLOTS:
         qInfo().noquote() << ledger.summary();
         QCOMPARE(ledger.count(u"imported"_s), seats * imports);
         QVERIFY(ledger.count(u"failed"_s) > 0);
-        QCOMPARE(ledger.faultsAfterCuts(*connectStore(stockUrl)), QStringList());
+        QCOMPARE(ledger.faultsAfterCuts(*connectStore(stockUrl)).join(u'\n'), QString());
     }
 
     /// On the same connection, from the next statement on.
     void importingGoesOnWhenTheServerIsBack()
     {
         const QTemporaryDir folder;
-        PostgresServer server(Durability::Full);
+        PostgresServer server;
         server.start();
         const Connection stock = createStore(server.url(u"insumos"_s), Database::Inputs);
         core::SharedState state;

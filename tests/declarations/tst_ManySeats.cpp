@@ -20,7 +20,7 @@ namespace {
 constexpr int seats = 8;
 constexpr int operations = 60; ///< of each seat
 
-/// What the data tool finds wrong with a stock, a word each.
+/// What the data tool finds wrong with a stock, a sentence each.
 QStringList verified(const QString& url)
 {
     data::FindingSpool spool;
@@ -69,9 +69,9 @@ private Q_SLOTS:
         const SeatLedger ledger = working.ledger();
         qInfo().noquote() << ledger.summary();
         const Connection stock = connectStore(stockUrl);
-        QCOMPARE(ledger.faults(*stock), QStringList());
-        QCOMPARE(verified(stockUrl), QStringList());
-        QCOMPARE(realFailures(ledger), QStringList());
+        QCOMPARE(ledger.faults(*stock).join(u'\n'), QString());
+        QCOMPARE(verified(stockUrl).join(u'\n'), QString());
+        QCOMPARE(realFailures(ledger).join(u'\n'), QString());
         QVERIFY(isWhole(*stock));
         for (const QString& word :
              {u"imported"_s, u"renumbered"_s, u"deleted"_s, u"discharged"_s, u"looked"_s, u"refused"_s}) {
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QFETCH(const QString, statement);
         const Connection stock = connectStore(TestStores::created(Database::Inputs));
         const SeatLedger ledger = twoImportsAndADischarge(*stock);
-        QCOMPARE(ledger.faults(*stock), QStringList());
+        QCOMPARE(ledger.faults(*stock).join(u'\n'), QString());
         QVERIFY(run(*stock, statement) > 0);
         QVERIFY(!ledger.faults(*stock).isEmpty());
     }
