@@ -59,16 +59,28 @@ QByteArray quotedName(const QString& name)
     return '"' + result + '"';
 }
 
-QByteArray valueRows(const std::vector<QByteArray>& marks, int rows)
+QByteArray columnList(const Table& table, const std::vector<int>& columns)
 {
-    QByteArray row;
-    for (const QByteArray& mark : marks) {
-        row += (row.isEmpty() ? "(" : ", ") + mark;
+    QByteArray list;
+    for (const int column : columns) {
+        list += (list.isEmpty() ? "" : ", ") + quotedName(table.columns[static_cast<size_t>(column)].name);
     }
-    row += ')';
-    QByteArray result = row;
-    for (int i = 1; i < rows; ++i) {
-        result += ", " + row;
+    return list;
+}
+
+std::vector<QByteArray> indexCommands(const Table& table, const std::vector<std::vector<int>>& indexes,
+                                      QByteArray (*written)(const Table&, const std::vector<int>&))
+{
+    const auto command = [&](const char* verb, const QString& index, const std::vector<int>& columns) -> QByteArray {
+        return verb + quotedName(index) + " ON " + quotedName(table.name) + " (" + written(table, columns) + ')';
+    };
+    std::vector<QByteArray> result;
+    if (!table.key.empty()) {
+        result.push_back(command("CREATE UNIQUE INDEX ", table.name + QStringView(u"_KEY"), table.key));
+    }
+    for (size_t i = 0; i < indexes.size(); ++i) {
+        result.push_back(
+            command("CREATE INDEX ", table.name + QStringView(u"_IDX") + QString::number(i + 1), indexes[i]));
     }
     return result;
 }
@@ -87,13 +99,13 @@ void EngineWriter::writeStatement(const Select& select)
 void EngineWriter::writeStatement(const Insert& insert)
 {
     QByteArray names;
-    std::vector<QByteArray> values;
+    QByteArray values;
     for (size_t i = 0; i < insert.columns.size(); ++i) {
         const Column& column = columnOf(insert.columns[i]);
         names += (i > 0 ? ", " : "") + quotedName(column.name);
-        values.push_back(parameter({BindAs::Stored, insert.values[i].get(), &column, nullptr}));
+        values += (i > 0 ? ", " : "") + parameter({BindAs::Stored, insert.values[i].get(), &column, nullptr});
     }
-    m_out.sql += "INSERT INTO " + quotedName(m_plan.table.name) + " (" + names + ") VALUES " + valueRows(values, 1);
+    m_out.sql += "INSERT INTO " + quotedName(m_plan.table.name) + " (" + names + ") VALUES (" + values + ')';
 }
 
 void EngineWriter::writeStatement(const Update& update)
@@ -133,6 +145,30 @@ QByteArray EngineWriter::parameter(const Parameter& parameter)
 {
     m_out.parameters.push_back(parameter);
     return mark(parameter);
+}
+
+void EngineWriter::writeList()
+{
+    QByteArray separator;
+    for (const Fetched& fetched : m_plan.fetched) {
+        m_out.sql += separator;
+        separator = ", ";
+        writeFetched(fetched);
+    }
+    if (m_plan.fetched.empty()) {
+        m_out.sql += "NULL"; // a list of constants still gives a row for each row
+    }
+}
+
+void EngineWriter::writeFetched(const Fetched& fetched)
+{
+    if (!fetched.expr) {
+        writeColumn(fetched.column);
+    } else if (fetched.expr->aggregate) {
+        writeAggregate(*fetched.expr);
+    } else {
+        writeValue(*fetched.expr);
+    }
 }
 
 void EngineWriter::writeWhere(const Expr* where)

@@ -8,8 +8,12 @@ namespace oVELDRA::dialect {
 
 [[nodiscard]] QByteArray quotedName(const QString& name);
 
-/// `(a, b), (c, d)` and so on: that many rows of as many marks as the list has columns.
-[[nodiscard]] QByteArray valueRows(const std::vector<QByteArray>& marks, int rows);
+/// The names of columns, with commas.
+[[nodiscard]] QByteArray columnList(const Table& table, const std::vector<int>& columns);
+
+/// The commands that make a table's indexes, that of its key first; `written` writes the columns of one.
+[[nodiscard]] std::vector<QByteArray> indexCommands(const Table& table, const std::vector<std::vector<int>>& indexes,
+                                                    QByteArray (*written)(const Table&, const std::vector<int>&));
 
 /// Writes a plan's statement in an engine's words: what engines have in common, with their differences as hooks.
 class EngineWriter
@@ -27,7 +31,7 @@ protected:
     /// How a text is compared; Native for what is no text.
     enum class Operand : quint8 {
         Native,
-        Whole, ///< a column of whole numbers and constants that must be whole
+        Whole,  ///< a column of whole numbers and constants that must be whole
         Plain,  ///< equality where all texts compared with are ASCII
         Folded, ///< equality
         Ordered ///< before and after
@@ -51,6 +55,7 @@ protected:
     virtual void writeComputation(const Expr& expr, const Column* target) = 0;
     /// Whether a text, which is not constant, matches a pattern, which is.
     virtual void writeMatch(const Expr& text, const Expr& pattern) = 0;
+    virtual void writeAggregate(const Expr& expr) = 0;
     /// Everything of a query behind SELECT; the expressions in the order of Plan::fetched.
     virtual void writeQuery(const Select& select) = 0;
 
@@ -58,6 +63,9 @@ protected:
     [[nodiscard]] bool isAggregated() const;
 
     QByteArray parameter(const Parameter& parameter);
+    /// What the engine is to deliver.
+    void writeList();
+    void writeFetched(const Fetched& fetched);
     void writeWhere(const Expr* where);
     void writeCondition(const Expr& expr);
     void writeColumn(int column);

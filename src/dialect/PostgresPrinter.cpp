@@ -63,10 +63,9 @@ public:
     void writeRows(const WorkedHere& work)
     {
         const bool writes = !work.write.isEmpty();
-        QByteArray list = writes ? "CAST(" + m_plan.table.rowMark + " AS text)" : QByteArray();
-        for (const int column : work.columns) {
-            list += (list.isEmpty() ? "" : ", ") + nameOf(column);
-        }
+        const QByteArray mark = writes ? "CAST(" + m_plan.table.rowMark + " AS text)" : QByteArray();
+        const QByteArray columns = columnList(m_plan.table, work.columns);
+        const QByteArray list = mark + (mark.isEmpty() || columns.isEmpty() ? "" : ", ") + columns;
         m_out.sql = "SELECT " + (list.isEmpty() ? "NULL" : list) + " FROM " + quotedName(m_plan.table.name);
         writeWritable(conditionOf(m_plan.parsed.statement));
         m_out.sql += " ORDER BY " + m_plan.table.rowMark + (writes ? " FOR UPDATE" : "");
@@ -110,11 +109,6 @@ private:
         } else {
             add(*where);
         }
-    }
-
-    [[nodiscard]] QByteArray nameOf(int column) const
-    {
-        return quotedName(m_plan.table.columns[static_cast<size_t>(column)].name);
     }
 
     [[nodiscard]] QByteArray mark(const Parameter& parameter) const override
@@ -244,15 +238,7 @@ private:
             writeDistinct(select);
             return;
         }
-        QByteArray separator;
-        for (const Fetched& fetched : m_plan.fetched) {
-            m_out.sql += separator;
-            separator = ", ";
-            writeFetched(fetched);
-        }
-        if (m_plan.fetched.empty()) {
-            m_out.sql += "NULL"; // a list of constants still gives a row for each row
-        }
+        writeList();
         writeFrom(select);
         if (isAggregated() || findsOneRow(select)) {
             return;
@@ -329,18 +315,7 @@ private:
         m_out.sql += ") AS found WHERE place = 1 ORDER BY " + order + "mark";
     }
 
-    void writeFetched(const Fetched& fetched)
-    {
-        if (!fetched.expr) {
-            writeColumn(fetched.column);
-        } else if (fetched.expr->aggregate) {
-            writeAggregate(*fetched.expr);
-        } else {
-            writeValue(*fetched.expr);
-        }
-    }
-
-    void writeAggregate(const Expr& expr)
+    void writeAggregate(const Expr& expr) override
     {
         const Expr& argument = *expr.args[0];
         if (argument.kind == ExprKind::Star) {
@@ -440,7 +415,7 @@ QByteArray indexColumns(const Table& table, const std::vector<int>& columns)
         const QByteArray name = quotedName(column.name);
         result += (result.isEmpty() ? "" : ", ") + (column.kind == ColumnKind::Text ? folded(name) : name);
     }
-    return " (" + result + ')';
+    return result;
 }
 
 QByteArray typeOf(const Column& column)
@@ -479,10 +454,7 @@ void PostgresPrinter::print(Plan& plan) const
 QByteArray PostgresPrinter::scan(const Table& table, const TableScan& scan) const
 {
     const auto nameOf = [&table](int column) { return quotedName(table.columns[static_cast<size_t>(column)].name); };
-    QByteArray list;
-    for (const int column : scan.columns) {
-        list += (list.isEmpty() ? "" : ", ") + nameOf(column);
-    }
+    QByteArray list = columnList(table, scan.columns);
     QByteArray order;
     size_t place = scan.columns.size();
     for (const int column : scan.sort) {
@@ -495,10 +467,6 @@ QByteArray PostgresPrinter::scan(const Table& table, const TableScan& scan) cons
 
 QByteArray PostgresPrinter::insertRows(const Table& table, const std::vector<int>& columns, int rows) const
 {
-    QByteArray names;
-    for (const int column : columns) {
-        names += (names.isEmpty() ? "" : ", ") + quotedName(table.columns[static_cast<size_t>(column)].name);
-    }
     QByteArray values;
     size_t place = 0;
     for (int row = 0; row < rows; ++row) {
@@ -509,7 +477,7 @@ QByteArray PostgresPrinter::insertRows(const Table& table, const std::vector<int
         }
         values += (row > 0 ? ", (" : "(") + marks + ')';
     }
-    return "INSERT INTO " + quotedName(table.name) + " (" + names + ") VALUES " + values;
+    return "INSERT INTO " + quotedName(table.name) + " (" + columnList(table, columns) + ") VALUES " + values;
 }
 
 std::vector<QByteArray> PostgresPrinter::setUp() const
@@ -536,14 +504,8 @@ std::vector<QByteArray> PostgresPrinter::createTable(const Table& table,
     result.push_back("CREATE TABLE " + name + " (" + columns + ')');
     result.push_back("CREATE TRIGGER oveldra_wait BEFORE INSERT OR UPDATE OR DELETE ON " + name +
                      " FOR EACH STATEMENT EXECUTE FUNCTION oveldra_wait()");
-    if (!table.key.empty()) {
-        result.push_back("CREATE UNIQUE INDEX " + quotedName(table.name + QStringView(u"_KEY")) + " ON " + name +
-                         indexColumns(table, table.key));
-    }
-    for (size_t i = 0; i < indexes.size(); ++i) {
-        result.push_back("CREATE INDEX " + quotedName(table.name + QStringView(u"_IDX") + QString::number(i + 1)) +
-                         " ON " + name + indexColumns(table, indexes[i]));
-    }
+    const std::vector<QByteArray> further = indexCommands(table, indexes, indexColumns);
+    result.insert(result.end(), further.begin(), further.end());
     return result;
 }
 

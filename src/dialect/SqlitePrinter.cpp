@@ -66,15 +66,7 @@ private:
 
     void writeQuery(const Select& select) override
     {
-        QByteArray separator;
-        for (const Fetched& fetched : m_plan.fetched) {
-            m_out.sql += separator;
-            separator = ", ";
-            writeFetched(fetched);
-        }
-        if (m_plan.fetched.empty()) {
-            m_out.sql += "NULL"; // a list of constants still gives a row for each row
-        }
+        writeList();
         if (select.distinct) {
             m_out.sql += ", min(rowid)"; // the other columns then come from the row of first appearance
         }
@@ -88,18 +80,7 @@ private:
         }
     }
 
-    void writeFetched(const Fetched& fetched)
-    {
-        if (!fetched.expr) {
-            writeColumn(fetched.column);
-        } else if (fetched.expr->aggregate) {
-            writeAggregate(*fetched.expr);
-        } else {
-            writeValue(*fetched.expr);
-        }
-    }
-
-    void writeAggregate(const Expr& expr)
+    void writeAggregate(const Expr& expr) override
     {
         const Expr& argument = *expr.args[0];
         if (argument.kind == ExprKind::Star) {
@@ -176,7 +157,7 @@ QByteArray indexColumns(const Table& table, const std::vector<int>& columns)
         const QByteArray name = quotedName(column.name);
         result += column.kind == ColumnKind::Text ? "rtrim(" + name + ") COLLATE NOCASE" : name;
     }
-    return " (" + result + ')';
+    return result;
 }
 
 } // namespace
@@ -203,10 +184,7 @@ QByteArray SqlitePrinter::duplicateKeys(const Table& table) const
 QByteArray SqlitePrinter::scan(const Table& table, const TableScan& scan) const
 {
     const auto nameOf = [&table](int column) { return quotedName(table.columns[static_cast<size_t>(column)].name); };
-    QByteArray list;
-    for (const int column : scan.columns) {
-        list += (list.isEmpty() ? "" : ", ") + nameOf(column);
-    }
+    QByteArray list = columnList(table, scan.columns);
     QByteArray order;
     for (const int column : scan.sort) {
         const bool text = table.columns[static_cast<size_t>(column)].kind == ColumnKind::Text;
@@ -218,12 +196,16 @@ QByteArray SqlitePrinter::scan(const Table& table, const TableScan& scan) const
 
 QByteArray SqlitePrinter::insertRows(const Table& table, const std::vector<int>& columns, int rows) const
 {
-    QByteArray names;
-    for (const int column : columns) {
-        names += (names.isEmpty() ? "" : ", ") + quotedName(table.columns[static_cast<size_t>(column)].name);
+    QByteArray marks = "(?";
+    for (size_t i = 1; i < columns.size(); ++i) {
+        marks += ", ?";
     }
-    return "INSERT INTO " + quotedName(table.name) + " (" + names + ") VALUES " +
-           valueRows(std::vector<QByteArray>(columns.size(), "?"), rows);
+    marks += ')';
+    QByteArray values = marks;
+    for (int row = 1; row < rows; ++row) {
+        values += ", " + marks;
+    }
+    return "INSERT INTO " + quotedName(table.name) + " (" + columnList(table, columns) + ") VALUES " + values;
 }
 
 std::vector<QByteArray> SqlitePrinter::createTable(const Table& table,
@@ -244,14 +226,8 @@ std::vector<QByteArray> SqlitePrinter::createTable(const Table& table,
     }
     std::vector<QByteArray> result;
     result.push_back("CREATE TABLE " + quotedName(table.name) + " (" + columns + ')');
-    if (!table.key.empty()) {
-        result.push_back("CREATE UNIQUE INDEX " + quotedName(table.name + QStringView(u"_KEY")) + " ON " +
-                         quotedName(table.name) + indexColumns(table, table.key));
-    }
-    for (size_t i = 0; i < indexes.size(); ++i) {
-        result.push_back("CREATE INDEX " + quotedName(table.name + QStringView(u"_IDX") + QString::number(i + 1)) +
-                         " ON " + quotedName(table.name) + indexColumns(table, indexes[i]));
-    }
+    const std::vector<QByteArray> further = indexCommands(table, indexes, indexColumns);
+    result.insert(result.end(), further.begin(), further.end());
     return result;
 }
 
