@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Statements.h"
+
 #include <oVELDRA/ConexionDB.h>
 
 #include <store/StoreConnection.h>
@@ -11,12 +13,6 @@
 
 /// The limit's side: SQLite's own interface on the store's connections, so that both run with the same settings.
 namespace bench {
-
-inline void run(oVELDRA::ConexionDB& db, const QString& sql)
-{
-    db.setSql(sql);
-    db.execute();
-}
 
 inline sqlite3* handleOf(oVELDRA::ConexionDB& db)
 {

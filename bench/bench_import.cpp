@@ -2,12 +2,10 @@
 // memory it takes.
 
 #include "BareSqlite.h"
+#include "Import.h"
 #include "Measure.h"
 
 #include <oVELDRA/Store.h>
-
-#include <core/SharedState.h>
-#include <declarations/ImportarInterno.h>
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -23,12 +21,11 @@
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
 using bench::Article;
-using bench::run;
+using bench::declaration;
+using bench::importSeconds;
+using bench::subitemsPerItem;
 
 namespace {
-
-constexpr int subitemsPerItem = 100;
-const QString declaration = u"26073IT14000011A"_s;
 
 using Connection = std::shared_ptr<ConexionDB>;
 
@@ -36,26 +33,7 @@ using Connection = std::shared_ptr<ConexionDB>;
 class Databases
 {
 public:
-    explicit Databases(int items)
-    {
-        const Connection host = createStore(hostUrl(), Database::Host);
-        const auto burst = host->beginBurst();
-        run(*host,
-            u"insert into caratula (interno,fobdivcambio,fletedivcambio,segurodivcambio) values ('T','1,08','1','1')"_s);
-        for (int item = 1; item <= items; ++item) {
-            run(*host, u"insert into item (interno,id,FobTotal,itflete,itseguro,ajusteinc,ajusteded) values ('T',"_s +
-                           QString::number(item) + u",'5050','101,25','33,33','0','0')");
-            for (int subitem = 1; subitem <= subitemsPerItem; ++subitem) {
-                run(*host,
-                    u"insert into groupsubitems (interno,id,idsub,IDARTICULO,IDUNIDAD,CANTIDAD,PRECIOUNITARIO,NCM,FOB)"
-                    " values ('T',"_s +
-                        QString::number(item) + u',' + QString::number(subitem) + u",'AC-" + QString::number(subitem) +
-                        u"','01','" + QString::number(1 + subitem % 7) + u",5','1','7208.90.00.110H','" +
-                        QString::number(subitem) + u"')");
-            }
-        }
-        burst->commit();
-    }
+    explicit Databases(int items) { bench::makeHost(hostUrl(), items); }
 
     [[nodiscard]] QString hostUrl() const { return u"sqlite:"_s + m_folder.filePath(u"tornel.sqlite"_s); }
     /// A new, empty stock each time.
@@ -70,32 +48,6 @@ private:
     QTemporaryDir m_folder;
     int m_made = 0;
 };
-
-class NoProgress final : public declarations::ImportProgress
-{
-public:
-    void limits(int /*minimum*/, int /*maximum*/) override {}
-    void advance() override {}
-};
-
-double importSeconds(const QString& hostUrl, const QString& inputsUrl)
-{
-    core::SharedState state;
-    state.sInternoExt = u"T"_s;
-    state.g_DBTOR.assign(connectStore(hostUrl, Access::ReadOnly));
-    state.g_DBINS.assign(connectStore(inputsUrl));
-    NoProgress progress;
-    QString status;
-    const double time = bench::seconds([&] {
-        status = declarations::ImportarInterno(state, progress, u"T"_s, declaration, u"15/01/2026"_s, u"banco"_s,
-                                               u"15/01/2028"_s, u"073"_s, 1, false);
-    });
-    if (status != u"OK") {
-        std::fprintf(stderr, "%s\n", qPrintable(status));
-        std::exit(2);
-    }
-    return time;
-}
 
 std::vector<Article> importedArticles(const QString& inputsUrl)
 {

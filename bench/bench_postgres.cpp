@@ -1,13 +1,12 @@
 // What the store costs over libpq on a server: the component's concatenated texts through ConexionDB against the same
 // statements prepared once, over connections with the same settings.
 
+#include "Import.h"
 #include "Measure.h"
 #include "doubles/PostgresServer.h"
 
 #include <oVELDRA/Store.h>
 
-#include <core/SharedState.h>
-#include <declarations/ImportarInterno.h>
 #include <store/StoreConnection.h>
 #include <store/postgres/PostgresEngine.h>
 
@@ -30,18 +29,11 @@ namespace {
 constexpr int products = 2000;
 constexpr int rounds = 3000;
 constexpr int items = 1000;
-constexpr int subitemsPerItem = 100;
-const QString declaration = u"26073IT14000011A"_s;
 
+using bench::run;
 using Connection = std::shared_ptr<ConexionDB>;
 
 volatile double sink = 0; // what was read, so that reading cannot be left out
-
-void run(ConexionDB& db, const QString& sql)
-{
-    db.setSql(sql);
-    db.execute();
-}
 
 PGconn* handleOf(ConexionDB& db)
 {
@@ -80,7 +72,8 @@ Result runPrepared(PGconn* server, const char* name, const std::array<const char
 std::string equals(const std::string& column, int parameter)
 {
     return "(lower(translate(rtrim(\"" + column +
-           "\"), '\u0130\u212A\u03A3', '\uE000\uE001\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\") = $" + std::to_string(parameter);
+           "\"), '\u0130\u212A\u03A3', '\uE000\uE001\u03C3') COLLATE \"und-x-icu\") COLLATE \"C\") = $" +
+           std::to_string(parameter);
 }
 
 bool oneRowSelect(const QString& url)
@@ -158,53 +151,6 @@ bool insert(const QString& ourUrl, const QString& limitUrl)
     return bench::report("insert, each on its own", bench::compare(5, ours, limit), 1.3);
 }
 
-void makeHost(const QString& url)
-{
-    const Connection host = createStore(url, Database::Host);
-    const auto burst = host->beginBurst();
-    run(*host,
-        u"insert into caratula (interno,fobdivcambio,fletedivcambio,segurodivcambio) values ('T','1,08','1','1')"_s);
-    for (int item = 1; item <= items; ++item) {
-        run(*host, u"insert into item (interno,id,FobTotal,itflete,itseguro,ajusteinc,ajusteded) values ('T',"_s +
-                       QString::number(item) + u",'5050','101,25','33,33','0','0')");
-        for (int subitem = 1; subitem <= subitemsPerItem; ++subitem) {
-            run(*host,
-                u"insert into groupsubitems (interno,id,idsub,IDARTICULO,IDUNIDAD,CANTIDAD,PRECIOUNITARIO,NCM,FOB)"
-                " values ('T',"_s +
-                    QString::number(item) + u',' + QString::number(subitem) + u",'AC-" + QString::number(subitem) +
-                    u"','01','" + QString::number(1 + subitem % 7) + u",5','1','7208.90.00.110H','" +
-                    QString::number(subitem) + u"')");
-        }
-    }
-    burst->commit();
-}
-
-class NoProgress final : public declarations::ImportProgress
-{
-public:
-    void limits(int /*minimum*/, int /*maximum*/) override {}
-    void advance() override {}
-};
-
-double importSeconds(const QString& hostUrl, const QString& stockUrl)
-{
-    core::SharedState state;
-    state.sInternoExt = u"T"_s;
-    state.g_DBTOR.assign(connectStore(hostUrl, Access::ReadOnly));
-    state.g_DBINS.assign(createStore(stockUrl, Database::Inputs));
-    NoProgress progress;
-    QString status;
-    const double time = bench::seconds([&] {
-        status = declarations::ImportarInterno(state, progress, u"T"_s, declaration, u"15/01/2026"_s, u"banco"_s,
-                                               u"15/01/2028"_s, u"073"_s, 1, false);
-    });
-    if (status != u"OK") {
-        std::fprintf(stderr, "%s\n", qPrintable(status));
-        std::exit(2);
-    }
-    return time;
-}
-
 using Article = std::array<std::string, 9>;
 
 /// The imported articles, as texts that the server reads.
@@ -244,14 +190,17 @@ double boundSeconds(const std::vector<Article>& articles, const QString& stockUr
 bool import(const std::function<QString()>& newUrl)
 {
     const QString host = newUrl();
-    makeHost(host);
+    bench::makeHost(host, items);
     const QString first = newUrl();
-    importSeconds(host, first);
+    static_cast<void>(createStore(first, Database::Inputs));
+    bench::importSeconds(host, first);
     const std::vector<Article> articles = importedArticles(first);
     bench::Pair together;
     for (int round = 0; round < 3; ++round) {
         together.limit = std::min(together.limit, boundSeconds(articles, newUrl()));
-        together.ours = std::min(together.ours, importSeconds(host, newUrl()));
+        const QString stock = newUrl();
+        static_cast<void>(createStore(stock, Database::Inputs));
+        together.ours = std::min(together.ours, bench::importSeconds(host, stock));
     }
     return bench::report("import of 100,000 subitems, against one transaction", together, 1.5);
 }

@@ -53,6 +53,9 @@ int affected(ReferenceModel& model, const StatementPtr& statement)
 /// The box that the renumbering ends with; empty for none.
 QString renumbered(ReferenceModel& model, const QString& oldNumber, const QString& newNumber)
 {
+    if (newNumber.trimmed().isEmpty()) {
+        return {};
+    }
     if (newNumber.size() > mostCharacters) {
         return u"El numero de declaración debe tener como maximo 17 caracteres"_s;
     }

@@ -6,6 +6,9 @@
 
 #include <declarations/ImportarInterno.h>
 
+#include <array>
+#include <charconv>
+
 namespace oVELDRA::histories {
 
 using namespace Qt::StringLiterals;
@@ -38,7 +41,12 @@ Said amount(double number)
 /// A number after it went through a text.
 double throughText(double number)
 {
-    return QString::number(number, 'g', significantDigits).toDouble();
+    std::array<char, 32> text{};
+    char* const begin = text.data();
+    const auto written =
+        std::to_chars(begin, begin + text.size(), number, std::chars_format::general, significantDigits);
+    std::from_chars(begin, written.ptr, number);
+    return number;
 }
 
 void requireStorable(const HostSubitem& subitem)
