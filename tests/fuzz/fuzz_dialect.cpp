@@ -40,7 +40,7 @@ void writeForServer(const QString& text)
     const auto plan = dialect::makePlan(text, catalog);
     dialect::PostgresPrinter().print(*plan);
     for (const dialect::EngineText& engineText : plan->texts) {
-        const auto last = '$' + QByteArray::number(engineText.parameters.size());
+        const QByteArray last = '$' + QByteArray::number(engineText.parameters.size());
         if (engineText.sql.isEmpty() || (!engineText.parameters.empty() && !engineText.sql.contains(last))) {
             std::abort();
         }

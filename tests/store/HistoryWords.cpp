@@ -82,11 +82,12 @@ QDate HistoryWords::date()
 
 double HistoryWords::number(int decimals)
 {
-    double number = m_dice.below(m_dice.chance(80) ? 1'000 : 100'000'000);
+    const double whole = m_dice.below(m_dice.chance(80) ? 1'000 : 100'000'000);
+    double unit = 1;
     for (int digits = m_dice.below(decimals + 1); digits > 0; --digits) {
-        number /= 10;
+        unit *= 10;
     }
-    return number;
+    return whole / unit; // in one step, so that it is the very number that its text is read as
 }
 
 QString HistoryWords::spelling(const QString& code)
