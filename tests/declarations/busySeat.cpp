@@ -58,6 +58,7 @@ public:
         m_component.state.g_DBINS.assign(m_stock);
         m_component.state.g_DBTOR.assign(connectStore(hostUrl, Access::ReadOnly));
         m_browser.Form_Load();
+        say({u"ready"_s, m_name});
     }
 
     void workMixed(int operations, const QDeadlineTimer& until)

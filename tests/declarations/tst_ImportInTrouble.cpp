@@ -58,6 +58,8 @@ private Q_SLOTS:
             working.start({u"imports"_s, QString::number(imports)});
         }
         constexpr int patience = 60'000;
+        // A seat that cannot even connect is another matter.
+        QTRY_COMPARE_WITH_TIMEOUT(working.ledger().count(u"ready"_s), seats, patience);
         for (const int successes : {5, 20, 40}) {
             QTRY_VERIFY_WITH_TIMEOUT(working.ledger().count(u"imported"_s) >= successes, patience);
             server.stopAtOnce();
