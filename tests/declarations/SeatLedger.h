@@ -17,14 +17,14 @@ void fillHost(ConexionDB& host);
 
 /// What busy seats wrote down, a list of words each:
 ///
-/// tried TOKEN NUMBER (before an import), imported TOKEN NUMBER, renumbered OLD NEW, deleted NUMBER,
-/// discharged EXPORT TOKEN, looked NUMBER; refused TASK TEXT (by the rules), failed TASK TEXT (by the database);
-/// broken TEXT (something half done was seen).
+/// ready NAME (once it is connected); tried TOKEN NUMBER (before an import), imported TOKEN NUMBER, renumbered OLD NEW,
+/// deleted NUMBER, discharged EXPORT TOKEN, looked NUMBER; refused TASK TEXT (by the rules), failed TASK TEXT (by the
+/// database); broken TEXT (something half done was seen).
 class SeatLedger
 {
 public:
     /// Adds what a seat wrote.
-    void read(const QString& file);
+    void read(const QString& name);
 
     /// How often this came of something.
     [[nodiscard]] qsizetype count(const QString& word) const { return entries(word).size(); }
