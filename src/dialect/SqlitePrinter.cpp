@@ -172,13 +172,15 @@ void SqlitePrinter::print(Plan& plan) const
 QByteArray SqlitePrinter::duplicateKeys(const Table& table) const
 {
     QByteArray columns;
+    QByteArray whole; // Null equals nothing
     for (const int index : table.key) {
         const Column& column = table.columns[static_cast<size_t>(index)];
         const QByteArray name = quotedName(column.name);
         columns +=
             (columns.isEmpty() ? "" : ", ") + (column.kind == ColumnKind::Text ? "oveldra_fold(" + name + ')' : name);
+        whole += (whole.isEmpty() ? " WHERE " : " AND ") + name + " IS NOT NULL";
     }
-    return "SELECT 1 FROM " + quotedName(table.name) + " GROUP BY " + columns + " HAVING count(*) > 1";
+    return "SELECT 1 FROM " + quotedName(table.name) + whole + " GROUP BY " + columns + " HAVING count(*) > 1";
 }
 
 QByteArray SqlitePrinter::scan(const Table& table, const TableScan& scan) const

@@ -295,6 +295,9 @@ bool StoreConnection::writesUnindexedKey(const dialect::Plan& plan, const dialec
     if (plan.writtenKey.empty() || m_engine->printer().duplicateKeys(plan.table).isEmpty()) {
         return false;
     }
+    if (plan.writtenKey.size() < plan.table.key.size()) {
+        return true; // the rest of the key stands in the rows, with any letters
+    }
     for (size_t i = 0; i < text.parameters.size(); ++i) {
         const dialect::Parameter& parameter = text.parameters[i];
         const dialect::Column* const target = parameter.computation ? parameter.computation->target : parameter.column;

@@ -58,6 +58,8 @@ private Q_SLOTS:
         }
         QTest::newRow("one") << quint64{1} << u"es_AR"_s;
         QTest::newRow("another") << quint64{2} << u"es_AR"_s;
+        QTest::newRow("a third") << quint64{45} << u"es_AR"_s;
+        QTest::newRow("a fourth") << quint64{108} << u"es_AR"_s;
         QTest::newRow("with decimal points") << quint64{3} << u"en_US"_s;
     }
 

@@ -178,6 +178,26 @@ private Q_SLOTS:
         QCOMPARE(countOf(db, u"CAT"_s), 3);
     }
 
+    void aKeyIsWholeWhateverOfItIsWritten()
+    {
+        const Connection db = freshInputs();
+        run(db, u"insert into PRD (CATNRO,PRDNRO) values ('A','Pñ')"_s);
+        run(db, u"insert into PRD (CATNRO,PRDNRO) values ('B','PÑ')"_s);
+        const RuntimeError error = errorOf([&] { run(db, u"update PRD set CATNRO = 'A' where CATNRO = 'B'"_s); });
+        QCOMPARE(error.nativeNumber(), 3022);
+        QVERIFY2(error.description().endsWith(u"(PRD)"), qPrintable(error.description()));
+        QCOMPARE(countOf(db, u"PRD where CATNRO = 'B'"_s), 1);
+    }
+
+    void nullIsNoKeyTwice()
+    {
+        const Connection db = freshInputs();
+        run(db, u"insert into CAT (CATDES) values ('a')"_s);
+        run(db, u"insert into CAT (CATDES) values ('b')"_s);
+        QCOMPARE(run(db, u"insert into CAT (CATNRO,CATDES) values ('ñ','x')"_s), 1);
+        QCOMPARE(countOf(db, u"CAT"_s), 3);
+    }
+
     void trailingBlanksAreKeptButDoNotCount()
     {
         const Connection db = freshInputs();

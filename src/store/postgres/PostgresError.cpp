@@ -59,6 +59,9 @@ RuntimeError postgresError(const pg_result* result)
     if (found == states.end()) {
         return storeError(Trouble::Other, QString(state + u": " + words));
     }
+    if (found->trouble == Trouble::DuplicateKey) {
+        return storeError(found->trouble, fieldOf(result, PG_DIAG_TABLE_NAME));
+    }
     const bool selfExplaining = found->trouble == Trouble::ReadOnly || found->trouble == Trouble::Locked;
     return storeError(found->trouble, selfExplaining ? QString() : words);
 }
