@@ -302,7 +302,7 @@ private Q_SLOTS:
         // In the table's definition the columns begin behind the header; the kind is the first byte of each.
         const qsizetype definition = insumos::ins * AccessCopy::pageSize;
         const auto indexes = qFromLittleEndian<qint32>(copy.bytes().constData() + definition + 51);
-        const qsizetype kind = definition + 63 + qsizetype{12} * indexes + 3 * 25;
+        const qsizetype kind = definition + 63 + qsizetype{12} * indexes + qsizetype{3} * 25;
         QCOMPARE(copy.bytes()[kind], '\x07'); // ARTCAT
         copy.bytes()[kind] = '\x0B';
         const SourceRow row = rowsOf(copy.path(), u"INS"_s).front();

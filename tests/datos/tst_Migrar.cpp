@@ -50,7 +50,7 @@ QString lineOf(const RecordedConsole& console, const QString& name)
 
 QJsonObject tableOf(const QJsonObject& result, const QString& name)
 {
-    for (const QJsonValue& table : result.value(u"tables"_s).toArray()) {
+    for (const QJsonValue table : result.value(u"tables"_s).toArray()) {
         if (table[u"table"_s] == name) {
             return table.toObject();
         }
@@ -147,7 +147,7 @@ private Q_SLOTS:
         const QJsonArray declarations = result[u"declarations"_s].toArray();
         QCOMPARE(declarations.size(), 36);
         double discharged = 0;
-        for (const QJsonValue& declaration : declarations) {
+        for (const QJsonValue declaration : declarations) {
             QCOMPARE(declaration[u"equal"_s].toBool(), true);
             QCOMPARE(declaration[u"source"_s], declaration[u"destination"_s]);
             discharged += declaration[u"destination"_s][u"discharged"_s].toDouble();
