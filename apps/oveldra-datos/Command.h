@@ -33,7 +33,7 @@ struct Command
     QString name;
     QString summary;      ///< one line
     QStringList operands; ///< what they are called in the help; all are required
-    QString help;         ///< what it does, what it never does, its exit codes, examples; lines of at most 78 characters
+    QString help; ///< what it does, what it never does, its exit codes, examples; lines of at most 78 characters
     std::vector<Option> options;
     /// Answers an exit code. A RuntimeError thrown here is complained about by the caller, who then answers Failed;
     /// BadUsageError likewise, with BadUsage.

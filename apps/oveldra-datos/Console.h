@@ -32,7 +32,8 @@ public:
     virtual void write(const QString& text) = 0;
     /// A line about something that went wrong, to standard error.
     virtual void complain(const QString& line) = 0;
-    /// How far long work is, to standard error when that is a terminal. May be called for every row. `total` 0: unknown.
+    /// How far long work is, to standard error when that is a terminal. May be called for every row. `total` 0:
+    /// unknown.
     virtual void progress(const QString& what, qint64 done, qint64 total) = 0;
 };
 

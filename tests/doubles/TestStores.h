@@ -1,8 +1,8 @@
 #pragma once
 
-#include <oVELDRA/Store.h>
-
 #include "doubles/PostgresServer.h"
+
+#include <oVELDRA/Store.h>
 
 #include <QString>
 
