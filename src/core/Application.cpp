@@ -3,22 +3,45 @@
 #include <oVELDRA/RuntimeError.h>
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QThread>
+#include <QTranslator>
 
 #include <array>
+#include <clocale>
+#include <string>
 
 using namespace Qt::StringLiterals;
 
 namespace oVELDRA::core {
 
+namespace {
+
+/// For a host that knows nothing of Qt. It lasts to the end of the process.
+void makeApplication()
+{
+    // QApplication keeps references to both for as long as it lives.
+    static std::array<char, 8> name{"oVELDRA"};
+    static std::array<char*, 2> arguments{name.data(), nullptr};
+    static int count = 1;
+    // Qt takes the user's number format for the whole process, and the host's own reading and printing of numbers would
+    // begin to use its decimal separator. Qt itself does not need it: QLocale has it.
+    const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
+    auto* const application = new QApplication(count, arguments.data());
+    std::setlocale(LC_NUMERIC, numbers.c_str());
+    // Qt's own windows, those for printing and for files, speak Spanish like all others.
+    auto* const spanish = new QTranslator(application);
+    if (spanish->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(spanish);
+    }
+}
+
+} // namespace
+
 void ensureApplication()
 {
     if (QCoreApplication::instance() == nullptr) {
-        // QApplication keeps references to both for as long as it lives.
-        static std::array<char, 8> name{"oVELDRA"};
-        static std::array<char*, 2> arguments{name.data(), nullptr};
-        static int count = 1;
-        [[maybe_unused]] const auto* application = new QApplication(count, arguments.data());
+        makeApplication();
     } else if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr) {
         throw RuntimeError(429,
                            u"El componente no puede crear el objeto: la aplicación anfitriona no admite ventanas."_s,

@@ -1,15 +1,15 @@
+#include "Closer.h"
+
 #include <oVELDRA/Store.h>
 #include <oVELDRA/cloVELDRAMain.h>
 
 #include <QApplication>
-#include <QDialog>
-#include <QEvent>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <array>
+#include <clocale>
 #include <functional>
 #include <memory>
 
@@ -29,28 +29,6 @@ private:
     static inline std::array<char*, 2> m_arguments{m_name.data(), nullptr};
     static inline int m_count = 1;
     QApplication m_application;
-};
-
-/// Closes each dialog as soon as it is shown and keeps track of it.
-class Closer final : public QObject
-{
-public:
-    Closer() { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (auto* dialog = qobject_cast<QDialog*>(watched); dialog != nullptr && event->type() == QEvent::Show) {
-            shown.append(dialog);
-            if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
-                boxText = box->text();
-            }
-            QMetaObject::invokeMethod(dialog, &QWidget::close, Qt::QueuedConnection);
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-    QList<QPointer<QDialog>> shown;
-    QString boxText; // of the last one that was a message box
 };
 
 int numberThrownBy(const std::function<void()>& body)
@@ -98,8 +76,10 @@ void tst_Composition::initTestCase()
 void tst_Composition::makesAnApplicationWhenThereIsNone()
 {
     QVERIFY(QCoreApplication::instance() == nullptr);
+    const QByteArray numbers = std::setlocale(LC_NUMERIC, nullptr);
     {
         const cloVELDRAMain object;
+        QCOMPARE(QByteArray(std::setlocale(LC_NUMERIC, nullptr)), numbers); // the host's own printing is not disturbed
         QVERIFY(qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr);
         QCOMPARE(QCoreApplication::arguments(), QStringList(u"oVELDRA"_s));
     }
