@@ -45,6 +45,8 @@
 
 #include <oVELDRA/Export.h>
 
+/* NOLINTBEGIN(modernize-*): this header is C. */
+
 #include <stddef.h>
 #include <stdint.h>
 
@@ -119,7 +121,7 @@ typedef struct oveldra_variant
 OVELDRA_EXPORT void oveldra_variant_clear(oveldra_variant* result);
 
 /* Ends a text that a function gave. */
-OVELDRA_EXPORT void oveldra_text_release(char* text);
+OVELDRA_EXPORT void oveldra_text_release(const char* text);
 
 /* ---- Connections --------------------------------------------------------------------------------------------------
  */
@@ -283,5 +285,7 @@ OVELDRA_EXPORT int32_t oveldra_call(oveldra_object* object, const char* name, co
 #ifdef __cplusplus
 }
 #endif
+
+/* NOLINTEND(modernize-*) */
 
 #endif

@@ -203,7 +203,7 @@ void oveldra_variant_clear(oveldra_variant* result)
     *result = {};
 }
 
-void oveldra_text_release(char* text)
+void oveldra_text_release(const char* text)
 {
     delete[] text;
 }
