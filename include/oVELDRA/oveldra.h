@@ -175,10 +175,11 @@ typedef struct oveldra_host_connection
     /* Runs the statement as a command and gives the number of records affected. */
     int32_t (*execute)(void* host, int64_t* affected);
 
-    /* A scope around the statements of one operation, in which no other program may write; see WriteBurst in
-       ConexionDB.h for what it may do to them. commit_burst() is called at most once and makes them permanent or fails;
-       end_burst() always comes, after it or without it; without it the statements that succeeded stay all the same.
-       Scopes nest; only the outermost one counts. All three are null for a connection without such a thing. */
+    /* A scope around the statements of one operation: no other program may write in between, and a process that dies in
+       between leaves nothing of it. It is no undo: a statement that fails leaves what the ones before it did.
+       commit_burst() is called at most once, makes them permanent, and when it fails nothing of the scope may be in the
+       database. end_burst() always comes, after it or without it; without it what succeeded is kept all the same. Scopes
+       nest; only the outermost one counts. All three are null for a connection without such a thing. */
     int32_t (*begin_burst)(void* host, void** burst);
     int32_t (*commit_burst)(void* burst);
     void (*end_burst)(void* burst);
