@@ -178,8 +178,8 @@ typedef struct oveldra_host_connection
     /* A scope around the statements of one operation: no other program may write in between, and a process that dies in
        between leaves nothing of it. It is no undo: a statement that fails leaves what the ones before it did.
        commit_burst() is called at most once, makes them permanent, and when it fails nothing of the scope may be in the
-       database. end_burst() always comes, after it or without it; without it what succeeded is kept all the same. Scopes
-       nest; only the outermost one counts. All three are null for a connection without such a thing. */
+       database. end_burst() always comes, after it or without it; without it what succeeded is kept all the same.
+       Scopes nest; only the outermost one counts. All three are null for a connection without such a thing. */
     int32_t (*begin_burst)(void* host, void** burst);
     int32_t (*commit_burst)(void* burst);
     void (*end_burst)(void* burst);
