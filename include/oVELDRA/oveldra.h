@@ -89,7 +89,7 @@ OVELDRA_EXPORT int32_t oveldra_fail(int32_t number, int32_t native, const char* 
 enum {
     OVELDRA_OMITTED = 0,    /* an argument that is left out; no value */
     OVELDRA_NULL = 1,       /* Null */
-    OVELDRA_BOOLEAN = 2,    /* integer: 0 or 1 (a yes/no column of a database: 0 or -1) */
+    OVELDRA_BOOLEAN = 2,    /* integer: 0 or 1; of a yes/no column: 0, -1 or the small integer that was written */
     OVELDRA_INTEGER = 3,    /* integer */
     OVELDRA_DOUBLE = 4,     /* number */
     OVELDRA_TEXT = 5,       /* text */
@@ -271,6 +271,25 @@ OVELDRA_EXPORT int32_t oveldra_put_ADUANA(oveldra_object* object, const char* ad
 OVELDRA_EXPORT int32_t oveldra_VerINSxSBT(oveldra_object* object);
 /* The subitem: the text of a 32-bit integer; 13 for one that is no number, 6 for one out of range. */
 OVELDRA_EXPORT int32_t oveldra_put_IdSUB(oveldra_object* object, const char* id);
+
+/* How a member is reached. */
+enum {
+    OVELDRA_GET = 0, /* a property that can be read */
+    OVELDRA_PUT = 1, /* a property that can be written */
+    OVELDRA_CALL = 2 /* an operation */
+};
+
+/* A member of the class, for bindings that offer what there is. */
+typedef struct oveldra_member
+{
+    const char* name;   /* the library's */
+    int32_t kind;       /* OVELDRA_GET, OVELDRA_PUT or OVELDRA_CALL */
+    int32_t parameters; /* how many arguments it takes at most (a property's new value counts) */
+    int32_t required;   /* and at least */
+} oveldra_member;
+
+/* The member in a slot, from 1; 9 for a slot that there is not. */
+OVELDRA_EXPORT int32_t oveldra_member_at(int32_t slot, oveldra_member* member);
 
 /* The same members by name, in any letter case. A result is written over what stands in the variant. 438 for a name
    that is not there or of another kind (a write-only property is not to be got), 450 for a wrong number of arguments,

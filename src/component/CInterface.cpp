@@ -8,10 +8,12 @@
 #include <oVELDRA/oveldra.h>
 
 #include <core/Application.h>
+#include <core/MemberTable.h>
 
 #include <QCoreApplication>
 #include <QThread>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -27,6 +29,7 @@ struct oveldra_object
 namespace {
 
 constexpr int WrongArgument = 5;
+constexpr int OutOfRange = 9;
 constexpr int NoObject = 91;
 
 /// What a handle points to; RuntimeError 91 for a null pointer.
@@ -142,6 +145,19 @@ int32_t putText(oveldra_object* object, const char* name, const char* text) noex
 int32_t run(oveldra_object* object, const char* name) noexcept
 {
     return guarded([=] { invoke(object, name, MemberKind::Call); });
+}
+
+int32_t kindOf(MemberKind kind)
+{
+    switch (kind) {
+    case MemberKind::Get:
+        return OVELDRA_GET;
+    case MemberKind::Put:
+        return OVELDRA_PUT;
+    case MemberKind::Call:
+        break;
+    }
+    return OVELDRA_CALL;
 }
 
 /// A connection as an argument; a null pointer is Null.
@@ -397,6 +413,23 @@ int32_t oveldra_VerINSxSBT(oveldra_object* object)
 int32_t oveldra_put_IdSUB(oveldra_object* object, const char* id)
 {
     return putText(object, "IdSUB", id);
+}
+
+int32_t oveldra_member_at(int32_t slot, oveldra_member* member)
+{
+    return answer(member, [=] {
+        const auto table = core::memberTable();
+        if (slot < 1 || static_cast<std::size_t>(slot) > table.size()) {
+            throw RuntimeError(OutOfRange);
+        }
+        const core::Member& found = table[static_cast<std::size_t>(slot) - 1];
+        oveldra_member result{};
+        result.name = found.name.data(); // of a literal, which ends with a null character
+        result.kind = kindOf(found.kind);
+        result.parameters = static_cast<int32_t>(found.parameters.size());
+        result.required = static_cast<int32_t>(std::ranges::count(found.parameters, false, &core::Parameter::optional));
+        return result;
+    });
 }
 
 int32_t oveldra_get(oveldra_object* object, const char* name, oveldra_variant* result)

@@ -224,6 +224,7 @@ private Q_SLOTS:
     void propertiesByTheirOwnFunctions();
     void wrongHandlesAndTextsAreErrors();
     void membersByNameInAnyLetterCase();
+    void membersBySlot();
     void lateBindingErrors_data();
     void lateBindingErrors();
     void argumentsBecomeTheMembersType_data();
@@ -338,6 +339,27 @@ void tst_CInterface::membersByNameInAnyLetterCase()
     QCOMPARE(value.kind, qint32{OVELDRA_OMITTED});
     const oveldra_variant id = textVariant("123");
     QCOMPARE(oveldra_put(object.get(), "IDSUB", &id), 0);
+}
+
+void tst_CInterface::membersBySlot()
+{
+    oveldra_member member{};
+    QCOMPARE(oveldra_member_at(1, &member), 0);
+    QCOMPARE(QByteArray(member.name), QByteArray("OK"));
+    QCOMPARE(member.kind, qint32{OVELDRA_GET});
+    QCOMPARE(member.parameters, 0);
+    QCOMPARE(oveldra_member_at(13, &member), 0);
+    QCOMPARE(QByteArray(member.name), QByteArray("ConectarDB"));
+    QCOMPARE(member.kind, qint32{OVELDRA_CALL});
+    QCOMPARE(member.parameters, 3);
+    QCOMPARE(member.required, 1);
+    QCOMPARE(oveldra_member_at(20, &member), 0);
+    QCOMPARE(QByteArray(member.name), QByteArray("IdSUB"));
+    QCOMPARE(member.kind, qint32{OVELDRA_PUT});
+    QCOMPARE(member.required, 1);
+    QCOMPARE(oveldra_member_at(21, &member), 9);
+    QCOMPARE(oveldra_member_at(0, &member), 9);
+    QCOMPARE(oveldra_member_at(1, nullptr), 5);
 }
 
 void tst_CInterface::lateBindingErrors_data()
