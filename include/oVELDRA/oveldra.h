@@ -54,8 +54,7 @@
 extern "C" {
 #endif
 
-/* ---- Version ------------------------------------------------------------------------------------------------------
- */
+/* ---- Version ---- */
 
 /* The interface that this header describes. It grows when something is added; nothing that is there ever changes. */
 #define OVELDRA_INTERFACE 1
@@ -66,8 +65,7 @@ OVELDRA_EXPORT int32_t oveldra_interface(void);
 /* The version of the library, such as "0.6.0". The text is the library's. */
 OVELDRA_EXPORT const char* oveldra_version(void);
 
-/* ---- Errors -------------------------------------------------------------------------------------------------------
- */
+/* ---- Errors ---- */
 
 /* The last failure on this thread: its number (0: none yet), its description in Spanish, what raised it (may be empty)
    and the native number that tells database errors apart (0: nothing to tell apart). A call that succeeds leaves them.
@@ -82,8 +80,7 @@ OVELDRA_EXPORT int32_t oveldra_error_native(void);
    runtime's own text for the number. 0, which means success, is taken for error 5. */
 OVELDRA_EXPORT int32_t oveldra_fail(int32_t number, int32_t native, const char* description);
 
-/* ---- Values -------------------------------------------------------------------------------------------------------
- */
+/* ---- Values ---- */
 
 /* What a variant holds, and which of its members counts. */
 enum {
@@ -123,8 +120,7 @@ OVELDRA_EXPORT void oveldra_variant_clear(oveldra_variant* result);
 /* Ends a text that a function gave. */
 OVELDRA_EXPORT void oveldra_text_release(const char* text);
 
-/* ---- Connections --------------------------------------------------------------------------------------------------
- */
+/* ---- Connections ---- */
 
 /* How a database is opened; nomenclature and host databases are opened read-only. */
 enum { OVELDRA_READ_WRITE = 0, OVELDRA_READ_ONLY = 1 };
@@ -220,8 +216,7 @@ OVELDRA_EXPORT int32_t oveldra_record_count(const oveldra_recordset* recordset, 
 OVELDRA_EXPORT int32_t oveldra_value(const oveldra_recordset* recordset, const char* field, oveldra_variant* value);
 OVELDRA_EXPORT void oveldra_recordset_release(oveldra_recordset* recordset);
 
-/* ---- The object ---------------------------------------------------------------------------------------------------
- */
+/* ---- The object ---- */
 
 /* An object of the class cloVELDRAMain. All objects share one set of state: use one at a time. */
 typedef struct oveldra_object oveldra_object;
