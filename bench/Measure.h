@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <limits>
+#include <vector>
 
 namespace bench {
 
@@ -40,6 +41,32 @@ inline bool report(const char* work, const Pair& pair, double bar)
     const double ratio = pair.ours / pair.limit;
     const bool held = ratio <= bar;
     std::printf("%-58s %6.2f x the limit, bar %5.2f  %s\n", work, ratio, bar, held ? "held" : "MISSED");
+    return held;
+}
+
+/// Times of which some are disturbed in either direction, as those of whole processes are.
+class Samples
+{
+public:
+    void add(double seconds) { m_seconds.push_back(seconds); }
+    /// Of an odd number of samples; with an even one, the upper of the two in the middle.
+    [[nodiscard]] double median() const
+    {
+        std::vector<double> sorted = m_seconds;
+        std::sort(sorted.begin(), sorted.end());
+        return sorted.at(sorted.size() / 2);
+    }
+
+private:
+    std::vector<double> m_seconds;
+};
+
+/// Prints the ratio of two medians against its bar, and the medians in milliseconds; false when it is over.
+inline bool reportMedians(const char* work, const Samples& ours, const Samples& limit, double bar)
+{
+    constexpr double milliseconds = 1000;
+    const bool held = report(work, {ours.median(), limit.median()}, bar);
+    std::printf("%58s %6.1f ms, the limit %.1f ms\n", "", ours.median() * milliseconds, limit.median() * milliseconds);
     return held;
 }
 

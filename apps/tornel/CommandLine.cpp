@@ -67,9 +67,11 @@ CommandLine CommandLine::parse(const QStringList& arguments, const QString& vers
     const QCommandLineOption output(u"salida"_s, u"Carpeta de las capturas del guion (por omisión, out)."_s,
                                     u"CARPETA"_s, u"out"_s);
     const QCommandLineOption locale(u"locale"_s, u"Configuración regional, por ejemplo es_AR o en_US."_s, u"NOMBRE"_s);
+    const QCommandLineOption quitWhenPainted(
+        u"salir-al-mostrar"_s, u"Sale en cuanto la primera pantalla está dibujada (para medir el arranque)."_s);
     const QCommandLineOption help({u"h"_s, u"help"_s, u"ayuda"_s}, u"Muestra esta ayuda."_s);
     const QCommandLineOption showVersion({u"v"_s, u"version"_s}, u"Muestra la versión."_s);
-    const QList<QCommandLineOption> options{data, script, output, locale, help, showVersion};
+    const QList<QCommandLineOption> options{data, script, output, locale, quitWhenPainted, help, showVersion};
 
     QCommandLineParser parser;
     parser.addOptions(options);
@@ -77,6 +79,10 @@ CommandLine CommandLine::parse(const QStringList& arguments, const QString& vers
 
     CommandLine line;
     line.message = refusal(parser, parsed, parser.value(locale));
+    line.quitWhenPainted = parser.isSet(quitWhenPainted);
+    if (line.message.isEmpty() && line.quitWhenPainted && parser.isSet(script)) {
+        line.message = u"--salir-al-mostrar no va con --script."_s;
+    }
     if (!line.message.isEmpty()) {
         line.wish = Wish::Refuse;
     } else if (parser.isSet(help)) {

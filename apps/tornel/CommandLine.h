@@ -16,6 +16,7 @@ struct CommandLine
     QString dataFolder;
     QString script;
     QString outputFolder;
+    bool quitWhenPainted = false; ///< for measuring the start; never with a script
     QLocale locale;
 
     /// Needs no application object, so that help and version work without a display.

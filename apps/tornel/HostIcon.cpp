@@ -25,11 +25,13 @@ QPainterPath arrow()
     return path;
 }
 
-QPixmap drawn(int size)
+} // namespace
+
+QImage hostPicture(int size)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
+    QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 256.0, size / 256.0);
     painter.setPen(Qt::NoPen);
@@ -53,16 +55,14 @@ QPixmap drawn(int size)
     painter.rotate(180);
     painter.scale(0.72, 0.84);
     painter.drawPath(arrow());
-    return pixmap;
+    return picture;
 }
-
-} // namespace
 
 QIcon hostIcon()
 {
     QIcon icon;
-    for (const int size : std::array{16, 24, 32, 48, 64, 128, 256}) {
-        icon.addPixmap(drawn(size));
+    for (const int size : std::array{16, 24, 32, 48, 64}) {
+        icon.addPixmap(QPixmap::fromImage(hostPicture(size)));
     }
     return icon;
 }

@@ -8,22 +8,6 @@ using oVELDRA::Recordset;
 
 namespace tornel::lists {
 
-namespace {
-
-struct Totals
-{
-    qint64 rows = 0;
-    double sum = 0;
-};
-
-Totals totals(ConexionDB& connection, const QString& statement)
-{
-    const auto row = open(connection, statement);
-    return {row->value(u"Total").toLongLong(), row->value(u"Suma").toDouble()};
-}
-
-} // namespace
-
 std::unique_ptr<Recordset> open(ConexionDB& connection, const QString& statement)
 {
     connection.setSql(statement);
@@ -47,11 +31,13 @@ std::vector<Declaration> declarations(ConexionDB& host, ConexionDB& inputs)
         row.freightFactor = rows->value(u"fletedivcambio").toDouble();
         row.insuranceFactor = rows->value(u"segurodivcambio").toDouble();
         const QString of = u" where interno = "_s + sql::text(row.interno);
-        const Totals items =
-            totals(host, u"select count(id) as Total, sum(FobTotal) as Suma from item"_s + of + u" and id<>0"_s);
-        row.items = items.rows;
-        row.fobTotal = items.sum;
-        row.subitems = totals(host, u"select count(idsub) as Total, sum(FOB) as Suma from groupsubitems"_s + of).rows;
+        const auto items =
+            open(host, u"select count(*) as Total, sum(FobTotal) as Suma from item"_s + of + u" and id<>0"_s);
+        row.items = items->value(u"Total").toLongLong();
+        row.fobTotal = items->value(u"Suma").toDouble();
+        // Of the rows themselves nothing is read, and there are many.
+        const auto subitems = open(host, u"select count(*) as Total from groupsubitems"_s + of);
+        row.subitems = subitems->value(u"Total").toLongLong();
         const auto stock = open(inputs, u"select INTDCL from INTINS where INTNRO = "_s + sql::text(row.interno) +
                                             u" order by INTDCL"_s);
         if (!stock->atEof()) {

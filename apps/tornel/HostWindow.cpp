@@ -1,9 +1,11 @@
 #include "HostWindow.h"
 
-#include "HostIcon.h"
 #include "HostLists.h"
+#include "HostLooks.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -141,7 +143,6 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
 {
     setObjectName(u"winTornel"_s);
     setWindowTitle(u"Tornel: declaraciones del despachante"_s);
-    setWindowIcon(hostIcon());
 
     auto* const central = new QWidget;
     auto* const layout = new QVBoxLayout(central);
@@ -157,6 +158,9 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
     statusBar()->addWidget(place, 1);
     statusBar()->addPermanentWidget(new QLabel(u"Configuración regional: %1"_s.arg(QLocale().name())));
 
+    surroundFocus(*this);
+    makeSelectionClear();
+
     reloadLists();
     sizeColumns(m_declarations);
     sizeColumns(m_exports);
@@ -165,6 +169,21 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
     m_exports->setCurrentIndex(m_exportRows->index(0, 0));
     m_subitem->clear(); // the declarations are in front
     m_declarations->setCurrentIndex(m_declarationRows->index(0, 0));
+}
+
+void HostWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        makeSelectionClear();
+    }
+}
+
+void HostWindow::makeSelectionClear()
+{
+    QPalette own;
+    own.setColor(QPalette::Highlight, clearSelection(QApplication::palette(this)));
+    setPalette(own);
 }
 
 QWidget* HostWindow::makeContext()
@@ -289,6 +308,7 @@ QWidget* HostWindow::makeResult()
         value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         auto* const name = new QLabel(caption + u':');
         name->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        name->setBuddy(value);
         grid->addWidget(name, field.row, field.column * 2);
         grid->addWidget(value, field.row, field.column * 2 + 1, 1, field.span * 2 - 1);
         m_result[i] = value;
@@ -364,6 +384,7 @@ void HostWindow::showProduct()
     for (std::size_t i = 0; i < texts.size(); ++i) {
         m_result[i]->setText(texts[i]);
         m_result[i]->setToolTip(texts[i]);
+        m_result[i]->setAccessibleDescription(texts[i]); // the name is its caption
     }
 }
 

@@ -28,6 +28,8 @@ public:
     HostWindow(HostSession& session, const QString& dataFolder, QWidget* parent = nullptr);
 
 private:
+    void changeEvent(QEvent* event) override;
+    void makeSelectionClear();
     [[nodiscard]] QWidget* makeContext();
     [[nodiscard]] QWidget* makeOperations();
     [[nodiscard]] QWidget* makeLists();

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "DataFolder.h"
+#include "FirstPaint.h"
 #include "FirstStart.h"
 #include "HostIcon.h"
 #include "HostSession.h"
@@ -77,6 +78,9 @@ int runHost(const CommandLine& line)
     HostWindow window(session, folder.path());
     SessionScriptHost scriptHost(session, window);
     window.resize(window.fontMetrics().averageCharWidth() * 150, window.fontMetrics().height() * 40);
+    if (line.quitWhenPainted) {
+        quitWhenPainted(window);
+    }
     window.show();
     if (line.script.isEmpty()) {
         return QApplication::exec();

@@ -49,24 +49,6 @@ void load(QCheckBox& box, const QVariant& flag)
     box.setChecked(runtime::toNumber(flag) != 0);
 }
 
-void showCode(QLabel& label, const QString& code)
-{
-    label.setText(code);
-    label.setAccessibleName(code);
-}
-
-/// A row that shows a code.
-QLabel* addCode(QFormLayout& fields, QWidget& form, const QString& name, const QString& label)
-{
-    auto* code = new QLabel(&form);
-    code->setObjectName(name);
-    code->setTextFormat(Qt::PlainText);
-    // Room for the longest code that is stored; one that is longer must not widen the form.
-    code->setFixedWidth(50 * form.fontMetrics().horizontalAdvance(u'0'));
-    fields.addRow(new QLabel(label, &form), code);
-    return code;
-}
-
 /// Puts a check box behind a text box, into its row.
 void joinRow(QFormLayout& fields, QLineEdit& textBox, QCheckBox& checkBox)
 {
@@ -89,13 +71,19 @@ frmAgregarInsumo::frmAgregarInsumo(core::Component& component)
     addText(u"lbMSJ"_s, u"Genera la relación con el producto seleccionado y un insumo"_s);
 
     QFormLayout& fields = *addFields();
-    lbCatalogo = addCode(fields, *this, u"lbCatalogo"_s, u"Catálogo"_s);
-    lbProducto = addCode(fields, *this, u"lbProducto"_s, u"Producto"_s);
+    lbCatalogo = addValue(fields, u"lbCatalogo"_s, u"Catálogo"_s);
+    lbProducto = addValue(fields, u"lbProducto"_s, u"Producto"_s);
+    for (QLabel* code : {lbCatalogo, lbProducto}) {
+        // Room for the longest code that is stored; one that is longer must not widen the form.
+        code->setMaximumWidth(50 * fontMetrics().horizontalAdvance(u'0'));
+        code->setMinimumWidth(1);
+    }
 
     QLabel* heading = addText(u"Label4"_s, windowTitle());
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
+    heading->setContentsMargins(0, fontMetrics().height() / 2, 0, 0);
     fields.addRow(heading);
 
     txtARTNRO = addTextBox(fields, u"txtARTNRO"_s, u"Código de Articulo"_s, 24);
@@ -121,8 +109,8 @@ void frmAgregarInsumo::Form_Load()
         const core::SharedState& state = component().state;
         lbTit->setText(u"Relación insumo producto"_s);
         lbTit->setAccessibleName(lbTit->text());
-        showCode(*lbCatalogo, state.currentCatalog);
-        showCode(*lbProducto, state.currentProduct);
+        showValue(*lbCatalogo, state.currentCatalog);
+        showValue(*lbProducto, state.currentProduct);
         bindTextBoxes({txtARTNRO, txtRPADES, txtRIPCAN, txtMerma, txtPerdida});
         if (state.inputModify) {
             lp_MostrarInsumo();
@@ -145,8 +133,8 @@ void frmAgregarInsumo::lp_MostrarInsumo()
         load(*txtRIPCAN, runtime::Format(relation->value(u"RIPCAN"), QuantityMask));
         load(*txtMerma, runtime::toText(relation->value(u"RIPMER")));
         load(*txtPerdida, runtime::toText(relation->value(u"RIPPER")));
-        showCode(*lbCatalogo, state.currentCatalog);
-        showCode(*lbProducto, state.currentProduct);
+        showValue(*lbCatalogo, state.currentCatalog);
+        showValue(*lbProducto, state.currentProduct);
         load(*chMerma, relation->value(u"TRPMER"));
         load(*chPerdida, relation->value(u"TRPPER"));
         load(*chObligatorio, relation->value(u"DIPOBL"));

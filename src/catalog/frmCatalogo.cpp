@@ -9,6 +9,7 @@
 #include <runtime/Texts.h>
 #include <runtime/ValueConverter.h>
 
+#include <QLabel>
 #include <QPainter>
 #include <QPixmap>
 
@@ -40,9 +41,10 @@ QIcon catalogIcon()
 
 frmCatalogo::frmCatalogo(core::Component& component) : Form(component, u"frmCatalogo"_s, u"Catalogos"_s)
 {
-    addTitle(u"Label2"_s, windowTitle());
+    QLabel* title = addTitle(u"Label2"_s, windowTitle());
     LstvCat = addList(u"LstvCat"_s, windowTitle(), {{u"Codigo"_s, 18}, {u"Descripcion"_s, 48}});
     LstvCat->setRowIcon(catalogIcon());
+    title->setBuddy(LstvCat);
     addHint({}, u"[ENTER] Seleccionar - [INS] Agregar - [F6] Modificar - [DEL] Borrar - [ESC] Salir"_s);
 
     const auto choose = [this] {

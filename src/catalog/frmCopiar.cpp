@@ -25,23 +25,6 @@ using runtime::Trim;
 
 namespace {
 
-/// A line with a value that the user cannot change.
-QLabel* addValue(QFormLayout& fields, const QString& name, const QString& label)
-{
-    auto* value = new QLabel(fields.parentWidget());
-    value->setObjectName(name);
-    value->setAccessibleName(label);
-    value->setTextFormat(Qt::PlainText);
-    fields.addRow(label, value);
-    return value;
-}
-
-void showValue(QLabel& value, const QString& text)
-{
-    value.setText(text);
-    value.setAccessibleDescription(text); // the name is the label's
-}
-
 /// Lets `follower` go wherever `combo` goes.
 void moveAlong(const QComboBox& combo, QComboBox& follower)
 {

@@ -56,9 +56,11 @@ frmProducto::frmProducto(core::Component& component, ProductDialogs dialogs)
 {
     auto* heading = new QHBoxLayout;
     heading->setSpacing(fontMetrics().height());
-    heading->addWidget(addTitle(u"Label1"_s, u"Catálogo"_s));
+    QLabel* caption = addTitle(u"Label1"_s, u"Catálogo"_s);
+    heading->addWidget(caption);
     lbCatalogo = addTitle(u"lbCatalogo"_s, {});
-    lbCatalogo->setAccessibleName(u"Catálogo"_s);
+    lbCatalogo->setAccessibleName(caption->text());
+    caption->setBuddy(lbCatalogo);
     heading->addWidget(lbCatalogo, 1);
     QLabel* hint = addText(u"Label2"_s, u"[F11] - Seleccionar Catalogo"_s);
     hint->setWordWrap(false);
@@ -236,8 +238,7 @@ qint64 frmProducto::deleteProduct(const QString& product)
 
 void frmProducto::showCatalog(const QString& text)
 {
-    lbCatalogo->setText(text);
-    lbCatalogo->setAccessibleDescription(text); // the name is the label's
+    showValue(*lbCatalogo, text);
 }
 
 } // namespace oVELDRA::catalog

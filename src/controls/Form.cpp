@@ -1,7 +1,13 @@
 #include "Form.h"
 
+#include <oVELDRA/RuntimeError.h>
+
 #include <controls/ClCntrl.h>
+#include <controls/ColumnWidths.h>
+#include <controls/Contrast.h>
+#include <controls/FocusFrame.h>
 #include <controls/ListView.h>
+#include <runtime/Settings.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -23,6 +29,9 @@ namespace oVELDRA::controls {
 
 namespace {
 
+/// The application of the component's own settings; a screen is a section of it.
+constexpr QStringView settingsOf = u"oVELDRA";
+
 /// The modifiers that tell keys apart. The keypad's keys count as their twins.
 constexpr Qt::KeyboardModifiers TellingModifiers = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
 
@@ -43,6 +52,25 @@ void enlarge(QWidget& label, double factor)
     label.setFont(font);
 }
 
+/// A text box as wide as so many characters where there is room, and narrower where there is none.
+class TextBox final : public QLineEdit
+{
+public:
+    TextBox(int characters, QWidget* parent) : QLineEdit(parent), m_characters(characters)
+    {
+        constexpr int atLeast = 16;
+        setMinimumWidth(widthOf(std::min(characters, atLeast)));
+    }
+
+    [[nodiscard]] QSize sizeHint() const override { return {widthOf(m_characters), QLineEdit::sizeHint().height()}; }
+
+private:
+    /// With room for the frame and the cursor.
+    [[nodiscard]] int widthOf(int characters) const { return (characters + 2) * fontMetrics().horizontalAdvance(u'0'); }
+
+    int m_characters;
+};
+
 } // namespace
 
 Form::Form(core::Component& component, const QString& name, const QString& caption)
@@ -55,6 +83,10 @@ Form::Form(core::Component& component, const QString& name, const QString& capti
     const int unit = fontMetrics().height();
     m_body->setContentsMargins(unit, unit, unit, unit / 2);
     m_body->setSpacing(unit / 2);
+    // The layout's own constraint does not know that texts in a narrow window need more lines.
+    m_body->setSizeConstraint(QLayout::SetNoConstraint);
+    new FocusFrame(*this);
+    makeSelectionReadable();
     watch(*this);
 }
 
@@ -78,11 +110,18 @@ void Form::showModal()
     winId(); // there is a window handle only then
     windowHandle()->setTransientParent(isHost ? opener->windowHandle() : nullptr);
     exec();
+    saveWidths();
 }
 
 void Form::unload()
 {
     done(Rejected);
+}
+
+QSize Form::minimumSizeHint() const
+{
+    const QSize least = QDialog::minimumSizeHint();
+    return {least.width(), std::max(least.height(), m_body->totalMinimumHeightForWidth(least.width()))};
 }
 
 void Form::setKeys(std::vector<KeyBinding> keys)
@@ -125,14 +164,29 @@ QFormLayout* Form::addFields()
 
 QLineEdit* Form::addTextBox(QFormLayout& fields, const QString& name, const QString& label, int characters)
 {
-    auto* textBox = new QLineEdit(this);
+    auto* textBox = new TextBox(characters, this);
     textBox->setObjectName(name);
     textBox->setAccessibleName(label);
-    textBox->setMinimumWidth((characters + 2) * fontMetrics().horizontalAdvance(u'0'));
     auto* labelBefore = new QLabel(label, this);
     labelBefore->setBuddy(textBox);
     fields.addRow(labelBefore, textBox);
     return textBox;
+}
+
+QLabel* Form::addValue(QFormLayout& fields, const QString& name, const QString& label)
+{
+    auto* value = new QLabel(this);
+    value->setObjectName(name);
+    value->setAccessibleName(label);
+    value->setTextFormat(Qt::PlainText);
+    fields.addRow(label, value);
+    return value;
+}
+
+void Form::showValue(QLabel& value, const QString& text)
+{
+    value.setText(text);
+    value.setAccessibleDescription(text);
 }
 
 QCheckBox* Form::addCheckBox(const QString& name, const QString& text)
@@ -150,6 +204,8 @@ ListView* Form::addList(const QString& name, const QString& accessibleName, std:
     list->setObjectName(name);
     list->setAccessibleName(accessibleName);
     m_body->addWidget(list, 1);
+    m_lists.push_back(list);
+    loadWidths(*list);
     return list;
 }
 
@@ -160,7 +216,26 @@ QLabel* Form::addHint(const QString& name, const QString& text)
     m_body->addWidget(line);
     QLabel* hint = addLabel(name, text);
     hint->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    hint->setWordWrap(true);
     return hint;
+}
+
+bool Form::event(QEvent* event)
+{
+    const bool recognized = QDialog::event(event);
+    switch (event->type()) {
+    case QEvent::LayoutRequest:
+    case QEvent::Resize:
+        keepTextsWhole();
+        break;
+    case QEvent::ApplicationPaletteChange:
+    case QEvent::StyleChange:
+        makeSelectionReadable();
+        break;
+    default:
+        break;
+    }
+    return recognized;
 }
 
 bool Form::eventFilter(QObject* watched, QEvent* event)
@@ -230,6 +305,51 @@ QLabel* Form::addLabel(const QString& name, const QString& text)
     label->setAccessibleName(text);
     m_body->addWidget(label);
     return label;
+}
+
+void Form::makeSelectionReadable()
+{
+    constexpr double gradient = 1.2; // styles draw a selection lighter at one end than its colour
+    const QPalette theme = QApplication::palette(this);
+    QPalette own;
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        own.setColor(group, QPalette::Highlight,
+                     readableOn(theme.color(group, QPalette::Highlight), theme.color(group, QPalette::HighlightedText),
+                                ReadableContrast + gradient));
+    }
+    setPalette(own);
+}
+
+void Form::keepTextsWhole()
+{
+    const QSize least = QDialog::minimumSizeHint();
+    const int across = std::max(width(), least.width());
+    setMinimumSize(least.width(), std::max(least.height(), m_body->totalMinimumHeightForWidth(across)));
+}
+
+void Form::loadWidths(ListView& list) const
+{
+    try {
+        list.widths().setText(m_component.settings().get(settingsOf.toString(), objectName(), list.objectName()));
+    } catch (const RuntimeError&) {
+        return; // a list without a name, or settings that cannot be read: as designed
+    }
+}
+
+void Form::saveWidths() const
+{
+    for (ListView* list : m_lists) {
+        ColumnWidths& widths = list->widths();
+        if (!widths.isChanged()) {
+            continue;
+        }
+        try {
+            m_component.settings().save(settingsOf.toString(), objectName(), list->objectName(), widths.text());
+            widths.setKept();
+        } catch (const RuntimeError&) {
+            continue; // not worth a box; the next closing tries again
+        }
+    }
 }
 
 } // namespace oVELDRA::controls

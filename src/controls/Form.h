@@ -55,6 +55,9 @@ public:
     /// What the form does before it is shown.
     virtual void Form_Load() {}
 
+    /// The narrowest and, so narrow, lowest size at which no text is cut off.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
     /// Contents, flags and focus as the form was designed: what an earlier opening left must not show.
     virtual void designState() {}
@@ -68,17 +71,23 @@ protected:
     QLabel* addTitle(const QString& name, const QString& text);
     QLabel* addText(const QString& name, const QString& text);
     QFormLayout* addFields();
-    /// A text box with its label before it; `characters` is how many it shows at least.
+    /// A text box with its label before it; `characters` is how many it shows where there is room.
     QLineEdit* addTextBox(QFormLayout& fields, const QString& name, const QString& label, int characters);
+    /// A text of the record that is shown, with its label before it. Assistive technology hears the label as its name
+    /// and the text as its description.
+    QLabel* addValue(QFormLayout& fields, const QString& name, const QString& label);
+    static void showValue(QLabel& value, const QString& text);
     QCheckBox* addCheckBox(const QString& name, const QString& text);
+    /// A list whose columns are as wide as the user left them when the form was last closed.
     ListView* addList(const QString& name, const QString& accessibleName, std::vector<ListColumn> columns);
-    /// The line that says what the keys do.
+    /// The line that says what the keys do, or as many lines as it takes.
     QLabel* addHint(const QString& name, const QString& text);
     /// For anything else.
     [[nodiscard]] QVBoxLayout& body() { return *m_body; }
 
     [[nodiscard]] core::Component& component() const { return m_component; }
 
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -86,11 +95,16 @@ private:
     void watch(QObject& object);
     [[nodiscard]] const KeyBinding* bindingOf(const QKeyEvent& event, const QWidget& receiver) const;
     QLabel* addLabel(const QString& name, const QString& text);
+    void makeSelectionReadable();
+    void keepTextsWhole();
+    void loadWidths(ListView& list) const;
+    void saveWidths() const;
 
     core::Component& m_component;
     QVBoxLayout* m_body;
     std::vector<KeyBinding> m_keys;
     std::vector<std::unique_ptr<ClCntrl>> m_binders;
+    std::vector<ListView*> m_lists;
 };
 
 } // namespace oVELDRA::controls

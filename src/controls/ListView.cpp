@@ -2,15 +2,66 @@
 
 #include <oVELDRA/RuntimeError.h>
 
+#include <controls/ColumnWidths.h>
+#include <controls/Contrast.h>
+
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <utility>
 
 namespace oVELDRA::controls {
+
+namespace {
+
+/// Between the lines of a list, so that the eye keeps to a row.
+int airOf(const QFontMetrics& font)
+{
+    return font.height() / 4;
+}
+
+/// Rows as the theme draws them, but with air, and with colours of their own that can be read on the theme's ground:
+/// the model's are fixed, and pure red is too pale for white as well as for black.
+class RowDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        size.setHeight(std::max(size.height(), option.fontMetrics.lineSpacing() + airOf(option.fontMetrics)));
+        return size;
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.data(Qt::ForegroundRole).isValid()) {
+            QPalette& colors = option->palette;
+            colors.setColor(QPalette::Text, readableOn(colors.color(QPalette::Text), colors.color(QPalette::Base)));
+        }
+    }
+};
+
+/// Cells have a margin at both ends, for which two characters are enough in every style.
+std::vector<double> designedWidths(const std::vector<ListColumn>& columns)
+{
+    std::vector<double> widths;
+    widths.reserve(columns.size());
+    for (const ListColumn& column : columns) {
+        widths.push_back(column.characters + 2);
+    }
+    return widths;
+}
+
+} // namespace
 
 ListView::ListView(std::vector<ListColumn> columns, QWidget* parent) : QTreeView(parent), m_rows(std::move(columns))
 {
@@ -27,13 +78,8 @@ ListView::ListView(std::vector<ListColumn> columns, QWidget* parent) : QTreeView
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(false);
     header()->setHighlightSections(false);
-    int section = 0;
-    for (const ListColumn& column : m_rows.columns()) {
-        // Cells have a margin at both ends, for which two characters are enough in every style.
-        const int width = (column.characters + 2) * characterWidth();
-        header()->resizeSection(section, std::max(width, header()->sectionSizeHint(section)));
-        ++section;
-    }
+    m_widths = new ColumnWidths(*header(), designedWidths(m_rows.columns()));
+    setItemDelegate(new RowDelegate(this));
     connect(header(), &QHeaderView::sectionClicked, this, [this](int clicked) {
         m_rows.sort(clicked);
         header()->setSortIndicator(clicked, Qt::AscendingOrder);
@@ -68,7 +114,18 @@ QSize ListView::sizeHint() const
 
 QSize ListView::minimumSizeHint() const
 {
-    return sizeFor(std::min(header()->length(), 60 * characterWidth()), 5);
+    return sizeFor(std::min(header()->length(), 40 * characterWidth()), 3);
+}
+
+void ListView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->modifiers().testFlag(Qt::ControlModifier) && event->key() == Qt::Key_Plus) {
+        m_widths->fitToContents();
+    } else if (event->modifiers().testFlag(Qt::ControlModifier) && event->key() == Qt::Key_Minus) {
+        m_widths->reset();
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
 }
 
 int ListView::characterWidth() const
@@ -76,11 +133,16 @@ int ListView::characterWidth() const
     return fontMetrics().horizontalAdvance(u'0');
 }
 
+int ListView::rowHeight() const
+{
+    return fontMetrics().lineSpacing() + airOf(fontMetrics());
+}
+
 QSize ListView::sizeFor(int width, int rows) const
 {
     const int frame = 2 * frameWidth();
     return {width + verticalScrollBar()->sizeHint().width() + frame,
-            header()->sizeHint().height() + rows * fontMetrics().lineSpacing() + frame};
+            header()->sizeHint().height() + rows * rowHeight() + frame};
 }
 
 FillScope::FillScope(ListView& list)

@@ -11,9 +11,13 @@
 
 namespace oVELDRA::controls {
 
+class ColumnWidths;
+
 /// A flat list of whole rows for the keyboard: titles on top, one row selected, nothing edited in place.
 ///
-/// The selected row is the current index.
+/// The selected row is the current index. Columns are as wide as designed until the user draws them at their titles'
+/// edges, or with the keys that list views have for it: Ctrl and + makes them all fit what they show, Ctrl and - puts
+/// them back.
 class ListView final : public QTreeView
 {
 public:
@@ -50,16 +54,22 @@ public:
     /// As the list was before the first click on a title.
     void unsort();
 
+    /// What the user made of the columns.
+    [[nodiscard]] ColumnWidths& widths() { return *m_widths; }
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 private:
     friend class FillScope;
 
+    void keyPressEvent(QKeyEvent* event) override;
     [[nodiscard]] int characterWidth() const;
+    [[nodiscard]] int rowHeight() const;
     [[nodiscard]] QSize sizeFor(int width, int rows) const;
 
     ListModel m_rows;
+    ColumnWidths* m_widths;
 };
 
 /// Hides a list while it is cleared and filled, so that it is drawn once. Rows appended meanwhile come in together at

@@ -71,6 +71,13 @@ QSize PageView::sizeHint() const
     return {qRound(page.width()) + frame + verticalScrollBar()->sizeHint().width(), qRound(page.height() * 0.8)};
 }
 
+QSize PageView::minimumSizeHint() const
+{
+    constexpr int characters = 40;
+    constexpr int lines = 10;
+    return {characters * fontMetrics().horizontalAdvance(u'0'), lines * fontMetrics().lineSpacing()};
+}
+
 void PageView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());

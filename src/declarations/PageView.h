@@ -38,6 +38,8 @@ public:
 
     /// A page's width and most of its height in its real size.
     [[nodiscard]] QSize sizeHint() const override;
+    /// Room for reading it bit by bit.
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -66,6 +66,7 @@ void drDITART::showPosition()
                                  .arg(qRound(vwPagina->zoom() * 100));
     lbPagina->setText(position);
     lbPagina->setAccessibleName(position);
+    vwPagina->setAccessibleDescription(position);
 }
 
 void drDITART::print()

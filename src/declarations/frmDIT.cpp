@@ -106,7 +106,7 @@ bool deleteDeclaration(ConexionDB& inputs, const QString& number)
 frmDIT::frmDIT(core::Component& component, DeclarationDialogs dialogs)
     : Form(component, u"frmDIT"_s, u"Listados de DIT's"_s), m_dialogs(std::move(dialogs))
 {
-    addTitle({}, windowTitle());
+    QLabel* title = addTitle({}, windowTitle());
     addText(u"Label2"_s, u"Seleccione los intervalos de fecha para el listados de DIT's"_s);
 
     auto* range = new QHBoxLayout;
@@ -124,6 +124,7 @@ frmDIT::frmDIT(core::Component& component, DeclarationDialogs dialogs)
                        {u"Fecha Ofic."_s, 10},
                        {u"Fecha Venc."_s, 10},
                        {u"Disp"_s, 4}});
+    title->setBuddy(lstVDIT);
     addText(u"Label6"_s, u"DISP.: (1) Habilitado - (2) Bloqueado"_s);
     addHint(u"Label1"_s, u"[ENTER] - Modificar - [CTRL + ENTER] Modificar Nro Declaración - [F6] Ver Articulos - "
                          "[DEL] Eliminar - [ESC] Salir"_s);

@@ -10,6 +10,8 @@
 #include <runtime/Numbers.h>
 #include <runtime/ValueConverter.h>
 
+#include <QLabel>
+
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -83,7 +85,7 @@ controls::ListRow rowOf(const Recordset& article, const QString& quantityFormat)
 frmDITART::frmDITART(core::Component& component, ReportDialogs dialogs)
     : Form(component, u"frmDITART"_s, u"Listado de articulos"_s), m_dialogs(std::move(dialogs))
 {
-    addTitle({}, windowTitle());
+    QLabel* title = addTitle({}, windowTitle());
     lstV = addList(u"lstV"_s, windowTitle(),
                    {{u"Item"_s, 5, Qt::AlignRight},
                     {u"Subit"_s, 6, Qt::AlignRight},
@@ -93,6 +95,7 @@ frmDITART::frmDITART(core::Component& component, ReportDialogs dialogs)
                     {u"Unitario"_s, 14, Qt::AlignRight},
                     {u"Disponible"_s, 16, Qt::AlignRight},
                     {u"Disp %"_s, 8, Qt::AlignRight}});
+    title->setBuddy(lstV);
     addHint(u"Label1"_s, u"[F12] Imprimir - [ESC] Salir"_s);
     setKeys({{Qt::Key_F12, controls::AnyModifiers, controls::WholeForm, [this] { lp_Imprimir(); }},
              {Qt::Key_Escape, controls::AnyModifiers, controls::WholeForm, [this] { unload(); }}});

@@ -1,6 +1,7 @@
 #include "frmImportar.h"
 
 #include <controls/BusyPointer.h>
+#include <controls/Contrast.h>
 #include <controls/OleColor.h>
 #include <core/ErrorReport.h>
 #include <core/Prompts.h>
@@ -12,6 +13,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QProgressBar>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -53,6 +55,27 @@ private:
     int m_done = 0;
 };
 
+/// Shows its colour no paler than can be read: that of a failure is pure red, which is too pale for white.
+class StatusLabel final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    /// Its room is fixed: no status changes the form's size, however long it is.
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+
+private:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        drawFrame(&painter);
+        painter.setPen(controls::readableOn(palette().color(QPalette::WindowText), palette().color(QPalette::Window)));
+        const int around = margin();
+        const int flags = static_cast<int>(alignment()) | Qt::TextWordWrap;
+        painter.drawText(contentsRect().adjusted(around, around, -around, -around), flags, text());
+    }
+};
+
 } // namespace
 
 frmImportar::frmImportar(core::Component& component, ImportRoutines routines)
@@ -85,14 +108,17 @@ frmImportar::frmImportar(core::Component& component, ImportRoutines routines)
     frameLayout->addWidget(ProgressBar1);
     body().addWidget(framProgress);
 
-    lbTexto = addText(u"lbTexto"_s, {});
+    lbTexto = new StatusLabel(this);
+    lbTexto->setObjectName(u"lbTexto"_s);
+    lbTexto->setTextFormat(Qt::PlainText);
+    lbTexto->setWordWrap(true);
     lbTexto->setAutoFillBackground(true);
     lbTexto->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     lbTexto->setMargin(fontMetrics().height() / 4);
     lbTexto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     // Room for a database's long sentences; a single endless word must not widen the form.
     lbTexto->setMinimumSize(1, 6 * fontMetrics().lineSpacing() + 2 * lbTexto->margin());
-    body().setStretchFactor(lbTexto, 1);
+    body().addWidget(lbTexto, 1);
 
     lbversion = addText(u"lbversion"_s, u"version." OVELDRA_VERSION ""_s);
     lbversion->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -34,10 +34,7 @@ frmMODDIT::frmMODDIT(core::Component& component, core::ScreenFactory dischargeLi
 {
     addTitle({}, windowTitle());
     QFormLayout& fields = *addFields();
-    const QString numberLabel = u"DIT Nro:"_s;
-    lbINTDCL = addText(u"lbINTDCL"_s, {});
-    lbINTDCL->setAccessibleName(numberLabel);
-    fields.addRow(numberLabel, lbINTDCL);
+    lbINTDCL = addValue(fields, u"lbINTDCL"_s, u"DIT Nro:"_s);
     txtINTNRO = addTextBox(fields, u"txtINTNRO"_s, u"Interno"_s, 18);
     txtINTDES = addTextBox(fields, u"txtINTDES"_s, u"Descripción"_s, 48);
     txtINTCTC = addTextBox(fields, u"txtINTCTC"_s, u"Nro C.T.C."_s, 18);
@@ -79,8 +76,7 @@ bool frmMODDIT::fp_CargarDIT()
                                u"No existe la declaración "_s + number + u" u ocurrio un error en su busqueda"_s);
         }
         const auto text = [&header](QStringView field) { return runtime::toText(header->value(field)); };
-        lbINTDCL->setText(text(u"INTDCL"));
-        lbINTDCL->setAccessibleDescription(lbINTDCL->text()); // the name is the label's
+        showValue(*lbINTDCL, text(u"INTDCL"));
         txtINTNRO->setText(text(u"INTNRO"));
         txtINTDES->setText(text(u"INTDES"));
         txtINTDES->setCursorPosition(0); // a long text is read from its beginning
@@ -125,8 +121,7 @@ bool frmMODDIT::fp_ModificarDIT()
 
 void frmMODDIT::designState()
 {
-    lbINTDCL->clear();
-    lbINTDCL->setAccessibleDescription({});
+    showValue(*lbINTDCL, {});
     for (QLineEdit* textBox : {txtINTNRO, txtINTDES, txtINTCTC, txtINTFOF, txtINTVEN}) {
         textBox->clear();
     }

@@ -81,13 +81,9 @@ frmListados::frmListados(core::Component& component, Printers& printers, Spooler
 void frmListados::Form_Load()
 {
     const core::CurrentDeclaration& declaration = component().state.declaration;
-    const auto show = [](QLabel& label, const QString& text) {
-        label.setText(text);
-        label.setAccessibleDescription(text); // the name is the label's before it
-    };
-    show(*lbINTDCL, declaration.number);
-    show(*lbINTFOF, declaration.officialDate);
-    show(*lbINTVEN, declaration.expiryDate);
+    showValue(*lbINTDCL, declaration.number);
+    showValue(*lbINTFOF, declaration.officialDate);
+    showValue(*lbINTVEN, declaration.expiryDate);
     bindTextBoxes({txtIMPTAM, txtPAGLIN});
     const runtime::SettingsStore& settings = component().settings();
     txtIMPTAM->setText(settings.get(u"oZENDALO"_s, u"IMPRESION"_s, u"IMPTAM"_s, u"10"_s));
@@ -172,14 +168,6 @@ void frmListados::designState()
     txtPAGLIN->setText(u"30"_s);
     lbMensaje->clear();
     cboImpresion->setFocus();
-}
-
-QLabel* frmListados::addValue(QFormLayout& fields, const QString& name, const QString& label)
-{
-    QLabel* value = addText(name, {});
-    value->setAccessibleName(label);
-    fields.addRow(label, value);
-    return value;
 }
 
 void frmListados::print(int linesPerPage)

@@ -34,7 +34,6 @@ public:
 
 private:
     void designState() override;
-    QLabel* addValue(QFormLayout& fields, const QString& name, const QString& label);
     void print(int linesPerPage);
     void showMessage(const QString& text);
 

@@ -8,6 +8,8 @@
 #include <runtime/Texts.h>
 #include <runtime/ValueConverter.h>
 
+#include <QLabel>
+
 using namespace Qt::StringLiterals;
 
 namespace oVELDRA::listings {
@@ -16,7 +18,7 @@ frmVerINSxSBT::frmVerINSxSBT(core::Component& component)
     : Form(component, u"frmVerINSxSBT"_s, u"Insumos por subitem de exportación"_s)
 {
     const QString title = u"Insumos descargados para este subitem's"_s;
-    addTitle(u"Label1"_s, title);
+    QLabel* heading = addTitle(u"Label1"_s, title);
     lstView = addList(u"lstView"_s, title,
                       {{u"Insumo"_s, 18},
                        {u"D.I.T"_s, 18},
@@ -24,6 +26,7 @@ frmVerINSxSBT::frmVerINSxSBT(core::Component& component)
                        {u"SubIt"_s, 6, Qt::AlignRight},
                        {u"Descargado"_s, 16, Qt::AlignRight},
                        {u"Cif Unitario"_s, 16, Qt::AlignRight}});
+    heading->setBuddy(lstView);
     addHint({}, u"[ESC] Salir"_s);
     setKeys({{Qt::Key_Escape, controls::AnyModifiers, controls::WholeForm, [this] { unload(); }}});
 }

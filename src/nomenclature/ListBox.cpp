@@ -30,11 +30,21 @@ void ListBox::selectFirstLine()
 
 QSize ListBox::sizeHint() const
 {
+    return sizeFor(m_charactersAndLines);
+}
+
+QSize ListBox::minimumSizeHint() const
+{
+    return sizeFor(m_charactersAndLines.boundedTo({40, 4}));
+}
+
+QSize ListBox::sizeFor(QSize charactersAndLines) const
+{
     const int frame = 2 * frameWidth();
     const int line = fontMetrics().lineSpacing() + fontMetrics().height() / 4;
-    return {m_charactersAndLines.width() * fontMetrics().horizontalAdvance(u'0') + frame +
+    return {charactersAndLines.width() * fontMetrics().horizontalAdvance(u'0') + frame +
                 verticalScrollBar()->sizeHint().width(),
-            m_charactersAndLines.height() * line + frame};
+            charactersAndLines.height() * line + frame};
 }
 
 } // namespace oVELDRA::nomenclature

@@ -15,7 +15,7 @@ enum class LineLayout {
 class ListBox final : public QListView
 {
 public:
-    /// `characters` and `lines` are how much it shows at least without scrolling.
+    /// How much it shows without scrolling where the window has room for it.
     ListBox(const QString& name, const QString& accessibleName, LineLayout layout, QSize charactersAndLines);
 
     /// All lines at once, none of them selected.
@@ -28,8 +28,11 @@ public:
     [[nodiscard]] QString selectedLine() const { return currentIndex().data().toString(); }
 
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 private:
+    [[nodiscard]] QSize sizeFor(QSize charactersAndLines) const;
+
     QStringListModel m_lines;
     QSize m_charactersAndLines;
 };

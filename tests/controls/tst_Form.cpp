@@ -117,6 +117,8 @@ private Q_SLOTS:
     void sizesFollowTheFont();
     void openingShowsAllColumnsWhereTheScreenHasRoom();
     void sizeThatTheUserGaveStays();
+    void textsStayWholeHoweverNarrowTheWindow();
+    void valuesAreToldWithTheirLabels();
     void labelsShowTextsAsTheyStand();
     void bindersAreMadeAnewAtEachOpening();
     void busyPointerEndsWithItsScope();
@@ -558,6 +560,54 @@ void tst_Form::sizeThatTheUserGaveStays()
         form.resize(given);
     }));
     QVERIFY(whileOpen(form, [&] { QCOMPARE(form.size(), given); }));
+}
+
+void tst_Form::textsStayWholeHoweverNarrowTheWindow()
+{
+    class TalkativeForm final : public Form
+    {
+    public:
+        explicit TalkativeForm(core::Component& component) : Form(component, u"frmLarga"_s, u"Larga"_s)
+        {
+            box = addTextBox(*addFields(), u"txtUno"_s, u"Uno"_s, 70);
+            hint = addHint({}, u"[F5] Copiar - [F6] Modificar - [F11] Grabar - [F12] Imprimir - [ESC] Salir"_s);
+        }
+        QLineEdit* box;
+        QLabel* hint;
+    };
+    TestComponent component;
+    TalkativeForm form(component);
+    QVERIFY(whileOpen(form, [&form] {
+        const int oneLine = form.fontMetrics().lineSpacing();
+        QVERIFY(form.hint->height() < 2 * oneLine);
+        QVERIFY(form.box->width() > 70 * form.fontMetrics().horizontalAdvance(u'0'));
+        const int lowest = form.minimumHeight();
+        form.resize(1, 1);
+        QTRY_VERIFY(form.hint->height() >= 2 * oneLine);
+        QVERIFY(form.hint->height() >= form.hint->heightForWidth(form.hint->width()));
+        QVERIFY(form.minimumHeight() > lowest); // wide, it may be lower
+        QVERIFY(form.rect().contains(form.box->geometry()));
+    }));
+}
+
+void tst_Form::valuesAreToldWithTheirLabels()
+{
+    class ShowingForm final : public Form
+    {
+    public:
+        explicit ShowingForm(core::Component& component) : Form(component, u"frmValor"_s, u"Valor"_s)
+        {
+            value = addValue(*addFields(), u"lbUno"_s, u"Uno"_s);
+            showValue(*value, u"<b>1</b>"_s);
+        }
+        QLabel* value;
+    };
+    TestComponent component;
+    const ShowingForm form(component);
+    QCOMPARE(form.value->text(), u"<b>1</b>"_s);
+    QCOMPARE(form.value->textFormat(), Qt::PlainText);
+    QCOMPARE(form.value->accessibleName(), u"Uno"_s);
+    QCOMPARE(form.value->accessibleDescription(), u"<b>1</b>"_s);
 }
 
 void tst_Form::labelsShowTextsAsTheyStand()

@@ -1,10 +1,12 @@
 #include "XDisplay.h"
 
 #include <QFile>
-#include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QTest>
 #include <QtEndian>
+
+#include <csignal>
+#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +25,12 @@ void end(QProcess& process)
     }
 }
 
+/// A test that crashes leaves nothing behind.
+void dieWithTest(QProcess& process)
+{
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+}
+
 } // namespace
 
 QStringList XDisplay::missingPrograms()
@@ -38,6 +46,8 @@ QStringList XDisplay::missingPrograms()
 
 bool XDisplay::start()
 {
+    dieWithTest(m_server);
+    dieWithTest(m_windowManager);
     // The server looks for a free number itself and says which one it took when it is ready. It must not begin anew
     // when a client leaves: the next one could come in between.
     m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x900x24"_s, u"-fbdir"_s,
@@ -50,7 +60,7 @@ bool XDisplay::start()
         number += m_server.readAllStandardOutput();
     }
     m_name = u':' + QString::fromLatin1(number.trimmed());
-    m_windowManager.setProcessEnvironment(environment());
+    m_windowManager.setProcessEnvironment(environment(QProcessEnvironment::systemEnvironment()));
     m_windowManager.setProcessChannelMode(QProcess::ForwardedChannels);
     m_windowManager.start(u"openbox"_s, {});
     // It tells its desktops when it has taken over; a window that came before could stay without the keyboard.
@@ -64,23 +74,26 @@ XDisplay::~XDisplay()
     end(m_server);
 }
 
-QProcessEnvironment XDisplay::environment() const
+QProcessEnvironment XDisplay::environment(QProcessEnvironment base) const
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DISPLAY"_s, m_name);
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    base.insert(u"DISPLAY"_s, m_name);
+    base.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     // Not the machine's message bus, nor the user's settings, nor his window manager's.
-    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path="_s + m_folder.filePath(u"no-bus"_s));
-    environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.filePath(u"config"_s));
-    environment.insert(u"XDG_CACHE_HOME"_s, m_folder.filePath(u"cache"_s));
-    environment.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));
-    return environment;
+    base.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path="_s + m_folder.filePath(u"no-bus"_s));
+    base.insert(u"XDG_CONFIG_HOME"_s, m_folder.filePath(u"config"_s));
+    base.insert(u"XDG_CACHE_HOME"_s, m_folder.filePath(u"cache"_s));
+    base.insert(u"XDG_DATA_HOME"_s, m_folder.filePath(u"data"_s));
+    base.insert(u"XDG_RUNTIME_DIR"_s, m_folder.path());
+    // Keys go to the windows, not through an input method that the machine's user has set up.
+    base.remove(u"QT_IM_MODULE"_s);
+    base.remove(u"XMODIFIERS"_s);
+    return base;
 }
 
 bool XDisplay::xdotool(const QStringList& arguments, QString* output) const
 {
     QProcess process;
-    process.setProcessEnvironment(environment());
+    process.setProcessEnvironment(environment(QProcessEnvironment::systemEnvironment()));
     process.start(u"xdotool"_s, arguments);
     if (!process.waitForFinished(commandTimeout)) {
         process.kill();
@@ -93,10 +106,13 @@ bool XDisplay::xdotool(const QStringList& arguments, QString* output) const
     return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
-QString XDisplay::activeTitle() const
+ActiveWindow XDisplay::activeWindow() const
 {
-    QString title;
-    return xdotool({u"getactivewindow"_s, u"getwindowname"_s}, &title) ? title : QString();
+    ActiveWindow window;
+    // It can close between the two.
+    const bool found =
+        xdotool({u"getactivewindow"_s}, &window.id) && xdotool({u"getwindowname"_s, window.id}, &window.title);
+    return found ? window : ActiveWindow();
 }
 
 bool XDisplay::keys(const QStringList& names) const

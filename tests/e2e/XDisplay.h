@@ -2,11 +2,19 @@
 
 #include <QImage>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
 namespace e2e {
+
+/// A window that has the keyboard. Both are empty when there is none.
+struct ActiveWindow
+{
+    QString id;
+    QString title;
+};
 
 /// A screen of its own with a window manager, and the keyboard that types into it.
 class XDisplay
@@ -20,11 +28,10 @@ public:
     /// Ends both. Programs that are shown on it should have ended before.
     ~XDisplay();
 
-    /// What a program needs to be shown on it.
-    [[nodiscard]] QProcessEnvironment environment() const;
+    /// What a program needs to be shown on it, with everything else as `base` has it.
+    [[nodiscard]] QProcessEnvironment environment(QProcessEnvironment base) const;
 
-    /// The title of the window that has the keyboard, empty when there is none.
-    [[nodiscard]] QString activeTitle() const;
+    [[nodiscard]] ActiveWindow activeWindow() const;
 
     /// Presses and releases keys by their X names, one after the other.
     [[nodiscard]] bool keys(const QStringList& names) const;

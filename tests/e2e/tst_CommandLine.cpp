@@ -35,6 +35,7 @@ void tst_CommandLine::withoutOptions()
     QCOMPARE(line.dataFolder, DataFolder::standardPath());
     QCOMPARE(line.script, QString());
     QCOMPARE(line.outputFolder, u"out"_s);
+    QVERIFY(!line.quitWhenPainted);
 }
 
 void tst_CommandLine::everyOption()
@@ -46,6 +47,7 @@ void tst_CommandLine::everyOption()
     QCOMPARE(line.script, u"a.script"_s);
     QCOMPARE(line.outputFolder, u"/o"_s);
     QCOMPARE(line.locale.name(), u"en_US"_s);
+    QVERIFY(parse({u"--salir-al-mostrar"_s}).quitWhenPainted);
 }
 
 void tst_CommandLine::theLocaleIsArgentineUnlessTheSystemIsSpanish()
@@ -60,8 +62,8 @@ void tst_CommandLine::helpNamesEveryOptionInSpanish()
 {
     const CommandLine line = parse({u"--ayuda"_s});
     QCOMPARE(line.wish, Wish::Help);
-    for (const QString& option :
-         {u"--datos CARPETA"_s, u"--script ARCHIVO"_s, u"--salida CARPETA"_s, u"--locale NOMBRE"_s, u"--version"_s}) {
+    for (const QString& option : {u"--datos CARPETA"_s, u"--script ARCHIVO"_s, u"--salida CARPETA"_s,
+                                  u"--locale NOMBRE"_s, u"--salir-al-mostrar"_s, u"--version"_s}) {
         QVERIFY2(line.message.contains(option), qPrintable(option));
     }
     QVERIFY(line.message.startsWith(u"Uso: tornel"_s));
@@ -82,6 +84,9 @@ void tst_CommandLine::mistakesAreRefused_data()
     QTest::newRow("unknown option") << QStringList{u"--rapido"_s} << u"Opción desconocida: rapido"_s;
     QTest::newRow("no value") << QStringList{u"--datos"_s} << u"Falta el valor de una opción."_s;
     QTest::newRow("positional") << QStringList{u"algo"_s} << u"Argumento de más: algo"_s;
+    QTest::newRow("a script that would be cut off")
+        << QStringList{u"--salir-al-mostrar"_s, u"--script"_s, u"a.script"_s}
+        << u"--salir-al-mostrar no va con --script."_s;
     QTest::newRow("unknown locale") << QStringList{u"--locale"_s, u"zz_ZZ"_s}
                                     << u"Configuración regional desconocida: zz_ZZ"_s;
 }

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void aFailedStepEndsWithItsLine();
     void aDialogThatComesBackDoesNotHoldUpTheEnd();
     void aScriptThatCannotBeReadIsNotPlayed();
+    void theStartCanBeMeasured();
     void helpAndVersionNeedNoDisplay();
 
 private:
@@ -215,6 +216,14 @@ void tst_Demo::aScriptThatCannotBeReadIsNotPlayed()
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.errors.contains(u"prueba.script:2: "_s), qPrintable(result.errors));
     QVERIFY(!QDir(place.filePath(u"datos"_s)).exists());
+}
+
+void tst_Demo::theStartCanBeMeasured()
+{
+    const QTemporaryDir place;
+    const Result result = run({u"--salir-al-mostrar"_s, u"--datos"_s, place.filePath(u"datos"_s)}, place);
+    QVERIFY2(result.exitCode == 0, qPrintable(result.errors));
+    QCOMPARE(result.output, u"mostrada\n"_s);
 }
 
 void tst_Demo::helpAndVersionNeedNoDisplay()

@@ -1,4 +1,4 @@
-#include "listings/PrivateCups.h"
+#include "doubles/PrivateCups.h"
 
 #include <oVELDRA/RuntimeError.h>
 
@@ -15,6 +15,7 @@
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
 using namespace oVELDRA::listings;
+using oVELDRA::doubles::PrivateCups;
 
 namespace {
 

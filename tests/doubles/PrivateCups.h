@@ -2,17 +2,21 @@
 
 #include <QByteArrayList>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
-namespace oVELDRA::listings {
+namespace oVELDRA::doubles {
 
 /// A print server of the test's own: it knows nothing of the system's one, and its printers keep what they are sent.
 /// It listens on a socket in its folder and on a port of the loopback interface. Run by any user.
 class PrivateCups
 {
 public:
+    /// The programs it needs that are not installed; empty when it can be used.
+    [[nodiscard]] static QStringList missingPrograms();
+
     PrivateCups();
     ~PrivateCups();
     PrivateCups(const PrivateCups&) = delete;
@@ -26,6 +30,9 @@ public:
     /// Makes this process a client of this server and of none of the user's settings. Only before the process has
     /// asked any print server for anything.
     void adopt() const;
+
+    /// What makes another program such a client, with everything else as `base` has it.
+    [[nodiscard]] QProcessEnvironment environment(QProcessEnvironment base) const;
 
     /// Makes a queue that takes documents and prints them unchanged: to `device`, or to a printer that keeps them.
     [[nodiscard]] bool addQueue(const QString& name, const QString& device = {}) const;
@@ -41,7 +48,10 @@ public:
 
 private:
     [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
-    [[nodiscard]] QProcessEnvironment environment() const;
+    [[nodiscard]] QProcessEnvironment environment() const
+    {
+        return environment(QProcessEnvironment::systemEnvironment());
+    }
     void writeProgramFolder() const;
     void writeConfiguration() const;
 
@@ -50,4 +60,4 @@ private:
     QProcess m_server;
 };
 
-} // namespace oVELDRA::listings
+} // namespace oVELDRA::doubles

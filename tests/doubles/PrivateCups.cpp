@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace oVELDRA::listings {
+namespace oVELDRA::doubles {
 
 namespace {
 
@@ -54,6 +54,17 @@ void write(const QString& path, const QString& text)
 }
 
 } // namespace
+
+QStringList PrivateCups::missingPrograms()
+{
+    QStringList missing;
+    for (const QString& program : {u"cupsd"_s, u"lpadmin"_s, u"lpstat"_s}) {
+        if (found(program).isEmpty()) {
+            missing.append(program);
+        }
+    }
+    return missing;
+}
 
 PrivateCups::PrivateCups() : m_port(freePort())
 {
@@ -167,17 +178,16 @@ QByteArrayList PrivateCups::arrived(const QString& queue) const
     return documents;
 }
 
-QProcessEnvironment PrivateCups::environment() const
+QProcessEnvironment PrivateCups::environment(QProcessEnvironment base) const
 {
-    QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
     for (const char* name : foreignSettings) {
-        own.remove(QLatin1StringView(name));
+        base.remove(QLatin1StringView(name));
     }
-    own.insert(u"CUPS_SERVER"_s, path(u"socket"_s));
-    own.insert(u"CUPS_SERVERROOT"_s, path(u"root"_s));
-    own.insert(u"HOME"_s, m_folder.path());
-    own.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-    return own;
+    base.insert(u"CUPS_SERVER"_s, path(u"socket"_s));
+    base.insert(u"CUPS_SERVERROOT"_s, path(u"root"_s));
+    base.insert(u"HOME"_s, m_folder.path());
+    base.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    return base;
 }
 
 void PrivateCups::writeProgramFolder() const
@@ -232,4 +242,4 @@ void PrivateCups::writeConfiguration() const
                                      .arg(m_port));
 }
 
-} // namespace oVELDRA::listings
+} // namespace oVELDRA::doubles
