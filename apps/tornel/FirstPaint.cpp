@@ -5,9 +5,30 @@
 #include <QWidget>
 
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
+#if defined(TORNEL_XCB)
+#include <xcb/xcb.h>
+#endif
+
 namespace tornel {
+
+namespace {
+
+/// Returns when what was painted is on the screen. (QGuiApplication::sync() would first do everything else that waits.)
+void waitForScreen()
+{
+#if defined(TORNEL_XCB)
+    if (const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>(); x11 != nullptr) {
+        // The server answers when it has done what was asked of it before.
+        xcb_connection_t* const connection = x11->connection();
+        std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    }
+#endif
+}
+
+} // namespace
 
 FirstPaint::FirstPaint(QWidget& window, std::function<void()> tell) : QObject(&window), m_tell(std::move(tell))
 {
@@ -22,7 +43,7 @@ bool FirstPaint::eventFilter(QObject* watched, QEvent* event)
         QMetaObject::invokeMethod(
             this,
             [this] {
-                QGuiApplication::sync();
+                waitForScreen();
                 m_tell();
             },
             Qt::QueuedConnection);

@@ -24,6 +24,8 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using oVELDRA::Database;
 using oVELDRA::RuntimeError;
@@ -161,11 +163,34 @@ HostWindow::HostWindow(HostSession& session, const QString& dataFolder, QWidget*
     surroundFocus(*this);
     makeSelectionClear();
 
+    showProduct();
+    m_declarations->setFocus();
+}
+
+bool HostWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate) {
+        fillLists(); // before the first key
+    }
+    return QMainWindow::event(event);
+}
+
+void HostWindow::paintEvent(QPaintEvent* event)
+{
+    QMainWindow::paintEvent(event);
+    if (!m_filled) {
+        QMetaObject::invokeMethod(this, &HostWindow::fillLists, Qt::QueuedConnection);
+    }
+}
+
+void HostWindow::fillLists()
+{
+    if (std::exchange(m_filled, true)) {
+        return;
+    }
     reloadLists();
     sizeColumns(m_declarations);
     sizeColumns(m_exports);
-    showProduct();
-    m_declarations->setFocus();
     m_exports->setCurrentIndex(m_exportRows->index(0, 0));
     m_subitem->clear(); // the declarations are in front
     m_declarations->setCurrentIndex(m_declarationRows->index(0, 0));

@@ -28,7 +28,11 @@ public:
     HostWindow(HostSession& session, const QString& dataFolder, QWidget* parent = nullptr);
 
 private:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    /// Reads the lists for the first time: when the window has been painted, so that it is seen at once.
+    void fillLists();
     void makeSelectionClear();
     [[nodiscard]] QWidget* makeContext();
     [[nodiscard]] QWidget* makeOperations();
@@ -44,6 +48,7 @@ private:
     void takeExport(int row);
 
     HostSession& m_session;
+    bool m_filled = false;
     bool m_reloading = false; ///< rows that come back must not change the context
     QLineEdit* m_interno = nullptr;
     QLineEdit* m_customs = nullptr;

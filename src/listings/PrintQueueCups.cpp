@@ -1,10 +1,10 @@
+#include "Libcups.h"
 #include "PrintQueue.h"
 
 #include <oVELDRA/RuntimeError.h>
 
 #include <QStringEncoder>
 
-#include <cups/cups.h>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -15,12 +15,12 @@ namespace {
 
 struct FreeDestination
 {
-    void operator()(cups_dest_t* destination) const { cupsFreeDests(1, destination); }
+    void operator()(cups_dest_t* destination) const { libcups().cupsFreeDests(1, destination); }
 };
 
 struct CloseConnection
 {
-    void operator()(http_t* connection) const { httpClose(connection); }
+    void operator()(http_t* connection) const { libcups().httpClose(connection); }
 };
 
 /// Whether the spooler answers at all. The library says of every queue of a stopped one that it does not exist.
@@ -28,7 +28,8 @@ bool isSpoolerThere()
 {
     constexpr int patience = 5000; // milliseconds
     const std::unique_ptr<http_t, CloseConnection> connection(
-        httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, patience, nullptr));
+        libcups().httpConnect2(libcups().cupsServer(), libcups().ippPort(), nullptr, AF_UNSPEC,
+                               libcups().cupsEncryption(), 1, patience, nullptr));
     return connection != nullptr;
 }
 
@@ -49,13 +50,13 @@ QByteArray queueOf(const QString& deviceName)
 void requireReady(const QString& deviceName)
 {
     const std::unique_ptr<cups_dest_t, FreeDestination> destination(
-        cupsGetNamedDest(CUPS_HTTP_DEFAULT, queueOf(deviceName).constData(), nullptr));
+        libcups().cupsGetNamedDest(CUPS_HTTP_DEFAULT, queueOf(deviceName).constData(), nullptr));
     if (!destination) {
         refuse(deviceName, isSpoolerThere() ? u"ya no está en el sistema."_s
                                             : u"el servicio de impresión del sistema no responde."_s);
     }
     const auto option = [&destination](const char* name) {
-        return QByteArray(cupsGetOption(name, destination->num_options, destination->options));
+        return QByteArray(libcups().cupsGetOption(name, destination->num_options, destination->options));
     };
     if (option("printer-is-accepting-jobs") == "false") {
         refuse(deviceName, u"no acepta trabajos."_s);
@@ -67,25 +68,28 @@ void requireReady(const QString& deviceName)
 
 QString lastRefusal()
 {
-    return cupsLastError() < IPP_STATUS_REDIRECTION_OTHER_SITE ? QString() : QString::fromUtf8(cupsLastErrorString());
+    return libcups().cupsLastError() < IPP_STATUS_REDIRECTION_OTHER_SITE
+               ? QString()
+               : QString::fromUtf8(libcups().cupsLastErrorString());
 }
 
 void sendRaw(const QString& deviceName, const QString& title, const QByteArray& bytes)
 {
     requireReady(deviceName);
     const QByteArray name = queueOf(deviceName);
-    const int job = cupsCreateJob(CUPS_HTTP_DEFAULT, name.constData(), title.toUtf8().constData(), 0, nullptr);
+    const int job =
+        libcups().cupsCreateJob(CUPS_HTTP_DEFAULT, name.constData(), title.toUtf8().constData(), 0, nullptr);
     if (job == 0) {
         refuse(deviceName, lastRefusal());
     }
-    const bool sent = cupsStartDocument(CUPS_HTTP_DEFAULT, name.constData(), job, title.toUtf8().constData(),
-                                        CUPS_FORMAT_RAW, 1) == HTTP_STATUS_CONTINUE &&
-                      cupsWriteRequestData(CUPS_HTTP_DEFAULT, bytes.constData(), static_cast<size_t>(bytes.size())) ==
-                          HTTP_STATUS_CONTINUE;
-    const ipp_status_t finished = cupsFinishDocument(CUPS_HTTP_DEFAULT, name.constData());
+    const bool sent = libcups().cupsStartDocument(CUPS_HTTP_DEFAULT, name.constData(), job, title.toUtf8().constData(),
+                                                  CUPS_FORMAT_RAW, 1) == HTTP_STATUS_CONTINUE &&
+                      libcups().cupsWriteRequestData(CUPS_HTTP_DEFAULT, bytes.constData(),
+                                                     static_cast<size_t>(bytes.size())) == HTTP_STATUS_CONTINUE;
+    const ipp_status_t finished = libcups().cupsFinishDocument(CUPS_HTTP_DEFAULT, name.constData());
     if (!sent || finished >= IPP_STATUS_REDIRECTION_OTHER_SITE) {
         const QString reason = lastRefusal();
-        cupsCancelJob2(CUPS_HTTP_DEFAULT, name.constData(), job, 0);
+        libcups().cupsCancelJob2(CUPS_HTTP_DEFAULT, name.constData(), job, 0);
         refuse(deviceName, reason);
     }
 }

@@ -1,5 +1,6 @@
 #include "PostgresEngine.h"
 
+#include "Libpq.h"
 #include "PostgresError.h"
 
 #include <store/StoreError.h>
@@ -11,7 +12,6 @@
 
 #include <array>
 #include <charconv>
-#include <libpq-fe.h>
 #include <string>
 
 namespace oVELDRA::store {
@@ -63,22 +63,22 @@ void addCell(std::string_view text, ColumnKind kind, RecordData& data)
 
 struct FreeResult
 {
-    void operator()(PGresult* result) const { PQclear(result); }
+    void operator()(PGresult* result) const { libpq().clear(result); }
 };
 using Result = std::unique_ptr<PGresult, FreeResult>;
 
 void addRows(const PGresult* result, RecordData& data)
 {
-    const int rows = PQntuples(result);
+    const int rows = libpq().ntuples(result);
     const auto columns = static_cast<int>(data.columnCount());
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < columns; ++column) {
-            if (PQgetisnull(result, row, column) != 0) {
+            if (libpq().getisnull(result, row, column) != 0) {
                 data.addNull();
                 continue;
             }
-            const auto length = static_cast<size_t>(PQgetlength(result, row, column));
-            addCell({PQgetvalue(result, row, column), length}, data.kind(static_cast<size_t>(column)), data);
+            const auto length = static_cast<size_t>(libpq().getlength(result, row, column));
+            addCell({libpq().getvalue(result, row, column), length}, data.kind(static_cast<size_t>(column)), data);
         }
         data.endRow();
     }
@@ -86,7 +86,7 @@ void addRows(const PGresult* result, RecordData& data)
 
 bool succeeded(const PGresult* result)
 {
-    const ExecStatusType status = PQresultStatus(result);
+    const ExecStatusType status = libpq().resultStatus(result);
     return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
 }
 
@@ -232,7 +232,7 @@ public:
     ~PostgresStatement() override
     {
         if (m_prepared == m_engine.m_opened && m_engine.handle()) {
-            const Result closed(PQexec(m_engine.handle(), QByteArray("DEALLOCATE " + m_name).constData()));
+            const Result closed(libpq().exec(m_engine.handle(), QByteArray("DEALLOCATE " + m_name).constData()));
         }
     }
 
@@ -242,7 +242,7 @@ public:
     qint64 execute(const Bindings& bindings) override
     {
         const Result result = run(bindings);
-        return numberIn<qint64>(PQcmdTuples(result.get()));
+        return numberIn<qint64>(libpq().cmdTuples(result.get()));
     }
 
     void query(const Bindings& bindings, RecordData& data) override { addRows(run(bindings).get(), data); }
@@ -253,11 +253,11 @@ private:
         m_values.fill(bindings);
         m_engine.ensureOpen();
         if (m_prepared != m_engine.m_opened) {
-            check(Result(PQprepare(m_engine.handle(), m_name.constData(), m_sql.constData(), 0, nullptr)));
+            check(Result(libpq().prepare(m_engine.handle(), m_name.constData(), m_sql.constData(), 0, nullptr)));
             m_prepared = m_engine.m_opened;
         }
-        return check(Result(PQexecPrepared(m_engine.handle(), m_name.constData(), m_values.count(), m_values.data(),
-                                           nullptr, nullptr, 0)));
+        return check(Result(libpq().execPrepared(m_engine.handle(), m_name.constData(), m_values.count(),
+                                                 m_values.data(), nullptr, nullptr, 0)));
     }
 
     Result check(Result result)
@@ -288,7 +288,7 @@ public:
     ~PostgresCursor() override
     {
         if (m_engine.inTransaction()) {
-            const Result closed(PQexec(m_engine.handle(), QByteArray("CLOSE " + m_name).constData()));
+            const Result closed(libpq().exec(m_engine.handle(), QByteArray("CLOSE " + m_name).constData()));
         }
     }
 
@@ -298,7 +298,7 @@ public:
     void fetch(RecordData& block, qsizetype most) override
     {
         const QByteArray text = "FETCH FORWARD " + QByteArray::number(most) + " FROM " + m_name;
-        const Result result(PQexec(m_engine.handle(), text.constData()));
+        const Result result(libpq().exec(m_engine.handle(), text.constData()));
         if (!succeeded(result.get())) {
             throw m_engine.failure(result.get());
         }
@@ -341,7 +341,7 @@ void PostgresEngine::open(Opening opening)
         }
         ++m_opened;
         // Notices are for people at a terminal; the host's error output is not ours to write to.
-        PQsetNoticeProcessor(
+        libpq().setNoticeProcessor(
             handle(), [](void*, const char*) {}, nullptr);
         configure(opening);
     } catch (...) {
@@ -392,7 +392,7 @@ void PostgresEngine::ensureOpen()
 
 void PostgresEngine::command(const QByteArray& text)
 {
-    const Result result(PQexec(handle(), text.constData()));
+    const Result result(libpq().exec(handle(), text.constData()));
     if (!succeeded(result.get())) {
         throw failure(result.get());
     }
@@ -400,7 +400,7 @@ void PostgresEngine::command(const QByteArray& text)
 
 RuntimeError PostgresEngine::failure(const pg_result* result)
 {
-    if (PQstatus(handle()) == CONNECTION_BAD || endsConnection(result)) {
+    if (libpq().status(handle()) == CONNECTION_BAD || endsConnection(result)) {
         close();
         return serverGone(u"se cortó en medio de la operación"_s);
     }
@@ -474,13 +474,13 @@ void PostgresEngine::rollback() noexcept
 {
     m_savepoints = 0;
     if (inTransaction()) {
-        const Result result(PQexec(handle(), "ROLLBACK"));
+        const Result result(libpq().exec(handle(), "ROLLBACK"));
     }
 }
 
 bool PostgresEngine::inTransaction() const
 {
-    const PGTransactionStatusType status = PQtransactionStatus(handle()); // PQTRANS_UNKNOWN without one
+    const PGTransactionStatusType status = libpq().transactionStatus(handle()); // PQTRANS_UNKNOWN without one
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR;
 }
 

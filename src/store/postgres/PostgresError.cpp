@@ -1,10 +1,11 @@
 #include "PostgresError.h"
 
+#include "Libpq.h"
+
 #include <store/StoreError.h>
 
 #include <algorithm>
 #include <array>
-#include <libpq-fe.h>
 
 namespace oVELDRA::store {
 
@@ -28,7 +29,7 @@ constexpr std::array states = {
 
 QString fieldOf(const pg_result* result, int field)
 {
-    return QString::fromUtf8(PQresultErrorField(result, field));
+    return QString::fromUtf8(libpq().resultErrorField(result, field));
 }
 
 } // namespace
