@@ -20,9 +20,10 @@ namespace {
 void waitForScreen()
 {
 #if defined(TORNEL_XCB)
-    if (const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>(); x11 != nullptr) {
+    const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    xcb_connection_t* const connection = x11 != nullptr ? x11->connection() : nullptr; // null offscreen
+    if (connection != nullptr) {
         // The server answers when it has done what was asked of it before.
-        xcb_connection_t* const connection = x11->connection();
         std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     }
 #endif

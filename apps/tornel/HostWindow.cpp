@@ -91,12 +91,11 @@ void setHeaders(QStandardItemModel* model, const QList<Header>& headers)
     }
 }
 
-QTableView* makeTable(const QString& name, const QString& accessibleName, QStandardItemModel* model)
+QTableView* makeTable(const QString& name, const QString& accessibleName)
 {
     auto* const table = new QTableView;
     table->setObjectName(name);
     table->setAccessibleName(accessibleName);
-    table->setModel(model);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);
@@ -188,6 +187,9 @@ void HostWindow::fillLists()
     if (std::exchange(m_filled, true)) {
         return;
     }
+    m_exports->setModel(m_exportRows); // nobody sees it before
+    connect(m_exports->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { takeExport(current.row()); });
     reloadLists();
     sizeColumns(m_declarations);
     sizeColumns(m_exports);
@@ -282,7 +284,8 @@ QWidget* HostWindow::makeLists()
                                    {u"Cambio flete"_s, true},
                                    {u"Cambio seguro"_s, true},
                                    {u"Stock de insumos"_s, false}});
-    m_declarations = makeTable(u"tblDeclaraciones"_s, u"Declaraciones de importación temporaria"_s, m_declarationRows);
+    m_declarations = makeTable(u"tblDeclaraciones"_s, u"Declaraciones de importación temporaria"_s);
+    m_declarations->setModel(m_declarationRows);
     connect(m_declarations->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { takeDeclaration(current.row()); });
     connect(m_declarations, &QTableView::activated, this, [this] { run(Operation::Import); });
@@ -294,9 +297,7 @@ QWidget* HostWindow::makeLists()
                               {u"Fecha"_s, false},
                               {u"Factura"_s, false},
                               {u"Descargas"_s, false}});
-    m_exports = makeTable(u"tblExportaciones"_s, u"Subítems de exportación con descargas"_s, m_exportRows);
-    connect(m_exports->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& current) { takeExport(current.row()); });
+    m_exports = makeTable(u"tblExportaciones"_s, u"Subítems de exportación con descargas"_s);
     connect(m_exports, &QTableView::activated, this, [this] { run(Operation::SubitemInputs); });
 
     auto* const tabs = new QTabWidget;

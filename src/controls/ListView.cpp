@@ -8,11 +8,14 @@
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyledItemDelegate>
+#include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace oVELDRA::controls {
@@ -39,6 +42,29 @@ public:
         return size;
     }
 
+    /// The style lays every text out several times over, and most of a list's time goes there. Here a line is laid out
+    /// once.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        if (cell.features.testFlag(QStyleOptionViewItem::HasDecoration) || cell.text.contains(u'\n')) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        const QString text = std::exchange(cell.text, QString());
+        const QStyle& style = *cell.widget->style();
+        constexpr auto marks = QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_HasFocus;
+        if ((cell.state & marks) != QStyle::State_None) {
+            style.drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+        }
+        if (text.isEmpty()) {
+            return;
+        }
+        const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
+        drawLine(*painter, cell, text, cell.rect.adjusted(margin, 0, -margin, 0));
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
@@ -47,6 +73,33 @@ protected:
             QPalette& colors = option->palette;
             colors.setColor(QPalette::Text, readableOn(colors.color(QPalette::Text), colors.color(QPalette::Base)));
         }
+    }
+
+private:
+    static void drawLine(QPainter& painter, const QStyleOptionViewItem& cell, const QString& text, const QRect& place)
+    {
+        QTextLayout layout(text, cell.font, painter.device());
+        layOut(layout);
+        if (layout.lineAt(0).naturalTextWidth() > place.width()) {
+            layout.setText(cell.fontMetrics.elidedText(text, cell.textElideMode, place.width()));
+            layOut(layout);
+        }
+        const QTextLine line = layout.lineAt(0);
+        const bool right = cell.displayAlignment.testFlag(Qt::AlignRight);
+        const QPointF corner(right ? place.right() + 1 - line.naturalTextWidth() : place.left(),
+                             place.top() + std::floor((place.height() - line.height()) / 2));
+        const bool selected = cell.state.testFlag(QStyle::State_Selected);
+        const bool active = cell.state.testFlag(QStyle::State_Active);
+        painter.setPen(cell.palette.color(active ? QPalette::Active : QPalette::Inactive,
+                                          selected ? QPalette::HighlightedText : QPalette::Text));
+        layout.draw(&painter, corner);
+    }
+
+    static void layOut(QTextLayout& layout)
+    {
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
     }
 };
 
