@@ -13,6 +13,7 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QTranslator>
 
 #include <cstdio>
@@ -77,7 +78,8 @@ int runHost(const CommandLine& line)
     HostSession session(folder);
     HostWindow window(session, folder.path());
     SessionScriptHost scriptHost(session, window);
-    window.resize(window.fontMetrics().averageCharWidth() * 150, window.fontMetrics().height() * 40);
+    const QSize wished(window.fontMetrics().averageCharWidth() * 150, window.fontMetrics().height() * 40);
+    window.resize(wished.boundedTo(window.screen()->availableSize()));
     if (line.quitWhenPainted) {
         quitWhenPainted(window);
     }
