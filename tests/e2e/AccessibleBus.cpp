@@ -36,7 +36,7 @@ std::optional<Accessible> search(const AccessibleBus& bus, const Accessible& obj
         return object;
     }
     for (const Accessible& child : bus.children(object)) {
-        if (const auto found = search(bus, child, isWanted)) {
+        if (auto found = search(bus, child, isWanted)) {
             return found;
         }
     }
@@ -122,7 +122,7 @@ std::optional<Accessible> AccessibleBus::find(const QString& windowTitle,
             if (name(window) != windowTitle) {
                 continue;
             }
-            if (const auto found = search(*this, window, isWanted)) {
+            if (auto found = search(*this, window, isWanted)) {
                 return found;
             }
         }

@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <tornel/HostLists.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using oVELDRA::Access;
@@ -58,7 +59,7 @@ void prepare(const QStringList& missingPrograms)
     QLocale::setDefault(locale);
 }
 
-Seat::Seat(const QString& name) : m_name(name), m_folder(m_place.path()) {}
+Seat::Seat(QString name) : m_name(std::move(name)), m_folder(m_place.path()) {}
 
 Seat::~Seat()
 {
@@ -120,13 +121,12 @@ bool Seat::isInSameWindow() const
     return m_display.activeWindow().id == m_windowId;
 }
 
-QImage Seat::shot(const QString& name) const
+void Seat::shot(const QString& name) const
 {
     const QImage screen = m_display.grab();
     if (isBlank(screen) || keptAs(screen, m_name + u'-' + name).isEmpty()) {
         stop(u"a picture of the screen"_s);
     }
-    return screen;
 }
 
 void Seat::leave()

@@ -43,7 +43,7 @@ public:
     using Surroundings = std::function<QProcessEnvironment(const QProcessEnvironment&)>;
 
     /// `name` is what the pictures of the screen begin with.
-    explicit Seat(const QString& name);
+    explicit Seat(QString name);
     ~Seat();
     Seat(const Seat&) = delete;
     Seat& operator=(const Seat&) = delete;
@@ -65,7 +65,7 @@ public:
     [[nodiscard]] bool isInSameWindow() const;
 
     /// Keeps what is on the screen, under a name of the journey's. Throws when there is nothing to be seen.
-    QImage shot(const QString& name) const;
+    void shot(const QString& name) const;
 
     /// Leaves the program from its own window by its own key, and waits until it has ended well.
     void leave();

@@ -35,7 +35,7 @@ void tst_ImportJourney::aDeclarationIsImportedWithTheKeyboard()
         seat.type(u"16/11/2027"_s);
         seat.keys({u"F11"_s});
         seat.expectWindow(u"oVELDRA"_s);
-        QCOMPARE(seat.shot(u"imported"_s).size(), QSize(1280, 900));
+        seat.shot(u"imported"_s);
         seat.keys({u"Return"_s});
         seat.expectWindow(u"Exportar a Stock de Insumos"_s);
         seat.keys({u"Escape"_s});
