@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <array>
+
 using namespace oVELDRA::controls;
 
 class tst_Contrast : public QObject
@@ -68,5 +70,3 @@ void tst_Contrast::othersComeAsNearAsTheyMay()
 
 QTEST_MAIN(tst_Contrast)
 #include "tst_Contrast.moc"
-
-#include <array>
