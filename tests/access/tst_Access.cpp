@@ -16,7 +16,9 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
@@ -59,34 +61,20 @@ void visit(QAccessibleInterface& top, const std::function<void(QAccessibleInterf
 /// The role of a control of the kinds that screens are made of; NoRole for parts of them and decoration.
 QAccessible::Role roleOf(const QWidget& widget)
 {
-    if (qobject_cast<const QLineEdit*>(&widget) != nullptr || qobject_cast<const QPlainTextEdit*>(&widget) != nullptr) {
-        return QAccessible::EditableText;
-    }
-    if (qobject_cast<const QCheckBox*>(&widget) != nullptr) {
-        return QAccessible::CheckBox;
-    }
-    if (qobject_cast<const QRadioButton*>(&widget) != nullptr) {
-        return QAccessible::RadioButton;
-    }
-    if (qobject_cast<const QComboBox*>(&widget) != nullptr) {
-        return QAccessible::ComboBox;
-    }
-    if (qobject_cast<const QTreeView*>(&widget) != nullptr) {
-        return QAccessible::Tree;
-    }
-    if (qobject_cast<const QListView*>(&widget) != nullptr) {
-        return QAccessible::List;
-    }
-    if (qobject_cast<const QProgressBar*>(&widget) != nullptr) {
-        return QAccessible::ProgressBar;
-    }
-    if (qobject_cast<const QGroupBox*>(&widget) != nullptr) {
-        return QAccessible::Grouping;
-    }
-    if (qobject_cast<const QLabel*>(&widget) != nullptr) {
-        return QAccessible::StaticText;
-    }
-    return QAccessible::NoRole;
+    using Kind = std::pair<const QMetaObject*, QAccessible::Role>;
+    static const std::array kinds{Kind{&QLineEdit::staticMetaObject, QAccessible::EditableText},
+                                  Kind{&QPlainTextEdit::staticMetaObject, QAccessible::EditableText},
+                                  Kind{&QCheckBox::staticMetaObject, QAccessible::CheckBox},
+                                  Kind{&QRadioButton::staticMetaObject, QAccessible::RadioButton},
+                                  Kind{&QComboBox::staticMetaObject, QAccessible::ComboBox},
+                                  Kind{&QTreeView::staticMetaObject, QAccessible::Tree},
+                                  Kind{&QListView::staticMetaObject, QAccessible::List},
+                                  Kind{&QProgressBar::staticMetaObject, QAccessible::ProgressBar},
+                                  Kind{&QGroupBox::staticMetaObject, QAccessible::Grouping},
+                                  Kind{&QLabel::staticMetaObject, QAccessible::StaticText}};
+    const auto* const found = std::find_if(
+        kinds.begin(), kinds.end(), [&widget](const Kind& kind) { return widget.metaObject()->inherits(kind.first); });
+    return found != kinds.end() ? found->second : QAccessible::NoRole;
 }
 
 /// The label that introduces a control, as assistive technology is told; null without one.
