@@ -13,9 +13,10 @@ QFunctionPointer LateLibrary::address(const char* name)
     const QFunctionPointer found = m_library.resolve(name);
     if (found == nullptr) {
         constexpr int fileNotFound = 53;
-        throw RuntimeError(fileNotFound,
-                           u"No se pudo cargar una biblioteca del sistema: %1"_s.arg(m_library.errorString()),
-                           u"oVELDRA"_s);
+        const QString reason = m_library.isLoaded()
+                                   ? u"%1 no tiene la función %2"_s.arg(m_library.fileName(), QString::fromLatin1(name))
+                                   : m_library.errorString();
+        throw RuntimeError(fileNotFound, u"No se pudo cargar una biblioteca del sistema: "_s + reason, u"oVELDRA"_s);
     }
     return found;
 }
