@@ -126,6 +126,8 @@ int main(int argc, char* argv[])
     }
 
     QLocale::setDefault(line.locale);
+    // A desktop's own menu bar is asked for over the message bus, for which every start would wait.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     const QApplication application(argc, argv);
     QApplication::setApplicationName(u"tornel"_s);
     QApplication::setApplicationVersion(u"" TORNEL_VERSION ""_s);
