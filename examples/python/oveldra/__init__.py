@@ -22,7 +22,7 @@ from ctypes import byref, c_int32, c_int64
 
 from .callbacks import (DATABASE_ERROR, FUNCTIONS, FUNCTIONS_WITH_BURSTS, OTHER_DATABASE_ERROR, keep, kept_objects,
                         let_go)
-from .library import Handle, OveldraError, UnknownMemberError, Variant, library, load
+from .native import Handle, OveldraError, UnknownMemberError, Variant, library, load
 from .values import OMITTED, YES_OF_ARGUMENTS, ConnectionHandle, field_value, fill, member_value, utf8
 
 __all__ = ["DATABASE_ERROR", "HOST", "INPUTS", "NOMENCLATURE", "OMITTED", "OTHER_DATABASE_ERROR", "Component",

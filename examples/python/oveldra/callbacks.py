@@ -9,7 +9,7 @@ from __future__ import annotations
 import ctypes
 import itertools
 
-from .library import HostConnection, OveldraError, library
+from .native import HostConnection, OveldraError, library
 from .values import YES_OF_FIELDS, fill
 
 DATABASE_ERROR = -2147467259  # the number that most database errors share; the native number tells them apart

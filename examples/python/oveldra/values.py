@@ -6,7 +6,7 @@ import datetime
 import decimal
 from ctypes import byref
 
-from .library import Handle, Variant, library
+from .native import Handle, Variant, library
 
 OMITTED = object()  # an argument that is left out, where one after it is given
 
