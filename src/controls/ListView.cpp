@@ -43,18 +43,19 @@ public:
     }
 
     /// The style lays every text out several times over, and most of a list's time goes there. Here a line is laid out
-    /// once.
+    /// once. The selected row stays the style's: some have colours of their own for it, which no palette tells.
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
         QStyleOptionViewItem cell = option;
         initStyleOption(&cell, index);
-        if (cell.features.testFlag(QStyleOptionViewItem::HasDecoration) || cell.text.contains(u'\n')) {
+        if (cell.features.testFlag(QStyleOptionViewItem::HasDecoration) || cell.text.contains(u'\n') ||
+            cell.state.testFlag(QStyle::State_Selected)) {
             QStyledItemDelegate::paint(painter, option, index);
             return;
         }
         const QString text = std::exchange(cell.text, QString());
         const QStyle& style = *cell.widget->style();
-        constexpr auto marks = QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_HasFocus;
+        constexpr auto marks = QStyle::State_MouseOver | QStyle::State_HasFocus;
         if ((cell.state & marks) != QStyle::State_None) {
             style.drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
         }
@@ -88,10 +89,8 @@ private:
         const bool right = cell.displayAlignment.testFlag(Qt::AlignRight);
         const QPointF corner(right ? place.right() + 1 - line.naturalTextWidth() : place.left(),
                              place.top() + std::floor((place.height() - line.height()) / 2));
-        const bool selected = cell.state.testFlag(QStyle::State_Selected);
         const bool active = cell.state.testFlag(QStyle::State_Active);
-        painter.setPen(cell.palette.color(active ? QPalette::Active : QPalette::Inactive,
-                                          selected ? QPalette::HighlightedText : QPalette::Text));
+        painter.setPen(cell.palette.color(active ? QPalette::Active : QPalette::Inactive, QPalette::Text));
         layout.draw(&painter, corner);
     }
 

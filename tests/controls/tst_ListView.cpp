@@ -5,11 +5,13 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QProxyStyle>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 
 #include <stdexcept>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace oVELDRA;
@@ -23,6 +25,27 @@ std::vector<controls::ListColumn> columns()
 {
     return {{u"Código"_s, 12}, {u"Descripción"_s, 30}, {u"Cantidad"_s, 14, Qt::AlignRight}};
 }
+
+/// A style that has colours of its own for selected texts, which no palette tells: they are there when the style is
+/// given the texts.
+class OwnSelectionStyle : public QProxyStyle
+{
+public:
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        const auto* const item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        if (element == CE_ItemViewItem && item != nullptr && item->state.testFlag(State_Selected)) {
+            m_selectedTexts.append(item->text);
+        }
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+    [[nodiscard]] QStringList takeSelectedTexts() { return std::exchange(m_selectedTexts, {}); }
+
+private:
+    mutable QStringList m_selectedTexts; // drawing is const
+};
 
 } // namespace
 
@@ -60,6 +83,7 @@ private Q_SLOTS:
     void selectionFollowsItsRowWhenSorted();
     void laterRowsAreSortedInUntilUnsorted();
     void sizesFollowTheFont();
+    void theSelectedRowIsDrawnByTheStyle();
 };
 
 void tst_ListView::init()
@@ -464,6 +488,21 @@ void tst_ListView::sizesFollowTheFont()
     QApplication::setFont(before);
     QVERIFY(large.width() > small.width() * 3 / 2);
     QVERIFY(large.height() > small.height() * 3 / 2);
+}
+
+void tst_ListView::theSelectedRowIsDrawnByTheStyle()
+{
+    OwnSelectionStyle style;
+    ListView list(columns());
+    list.setStyle(&style);
+    list.append({u"A"_s, u"Tornillo"_s, u"2,00"_s});
+    list.append({u"B"_s, u"Tuerca"_s, u"3,00"_s});
+    list.selectRow(1);
+    list.resize(list.sizeHint());
+
+    list.grab();
+
+    QCOMPARE(style.takeSelectedTexts(), (QStringList{u"B"_s, u"Tuerca"_s, u"3,00"_s}));
 }
 
 QTEST_MAIN(tst_ListView)
