@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QPointer>
 #include <QThread>
 #include <QTranslator>
 
@@ -17,7 +18,10 @@ namespace oVELDRA::core {
 
 namespace {
 
-/// For a host that knows nothing of Qt. It lasts to the end of the process.
+/// What makeApplication() made, while it lives.
+QPointer<QApplication> ownApplication;
+
+/// For a host that knows nothing of Qt.
 void makeApplication()
 {
     // QApplication keeps references to both for as long as it lives.
@@ -27,11 +31,17 @@ void makeApplication()
     // Qt takes the user's number format for the whole process, and the host's own reading and printing of numbers would
     // begin to use its decimal separator. Qt itself does not need it: QLocale has it.
     const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
+#ifdef Q_OS_WIN
+    // How the host's own windows are scaled is the host's matter; Qt would decide it for the whole process.
+    QCoreApplication::setAttribute(Qt::AA_PluginApplication);
+#endif
     auto* const application = new QApplication(count, arguments.data());
+    ownApplication = application;
     std::setlocale(LC_NUMERIC, numbers.c_str());
     // Qt's own windows, those for printing and for files, speak Spanish like all others.
     auto* const spanish = new QTranslator(application);
-    if (spanish->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    if (spanish->load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+        spanish->load(u":/oVELDRA/qtbase_es"_s)) { // where the library brings it along
         QCoreApplication::installTranslator(spanish);
     }
 }
@@ -47,6 +57,15 @@ void ensureApplication()
                            u"El componente no puede crear el objeto: la aplicación anfitriona no admite ventanas."_s,
                            u"oVELDRA"_s);
     }
+}
+
+bool endOwnApplication()
+{
+    if (ownApplication && ownApplication->thread() != QThread::currentThread()) {
+        return false;
+    }
+    delete ownApplication;
+    return true;
 }
 
 void requireUiThread()
