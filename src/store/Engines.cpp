@@ -2,8 +2,10 @@
 
 #include "Schema.h"
 #include "StoreError.h"
-#include "postgres/PostgresEngine.h"
 #include "sqlite/SqliteEngine.h"
+#ifdef OVELDRA_POSTGRESQL
+#include "postgres/PostgresEngine.h"
+#endif
 
 namespace oVELDRA::store {
 
@@ -16,7 +18,12 @@ std::unique_ptr<EngineConnection> openEngine(const QString& url, Access access, 
         return std::make_unique<SqliteEngine>(url.mid(file.size()), access, opening);
     }
     if (url.startsWith(u"postgresql:"_s, Qt::CaseInsensitive)) {
+#ifdef OVELDRA_POSTGRESQL
         return std::make_unique<PostgresEngine>(PostgresAddress::of(url), access, opening);
+#else
+        throw RuntimeError(5, u"Esta versión del componente no trae la conexión con servidores: '%1'."_s.arg(url),
+                           u"oVELDRA.store"_s);
+#endif
     }
     throw RuntimeError(5, u"No se reconoce la dirección de la base de datos: '%1'."_s.arg(url), u"oVELDRA.store"_s);
 }

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace oVELDRA::store {
 
@@ -219,12 +222,22 @@ int widthOf(const QString& declared)
     return open < 0 || close < 0 ? 0 : QStringView(declared).mid(open + 1, close - open - 1).toInt();
 }
 
+/// Whether a drive letter stands for a folder of another machine; the file system's name is the other machine's then.
+bool isRemoteDrive([[maybe_unused]] const QString& root)
+{
+#ifdef Q_OS_WIN
+    return GetDriveTypeW(QDir::toNativeSeparators(root).toStdWString().c_str()) == DRIVE_REMOTE;
+#else
+    return false;
+#endif
+}
+
 /// SQLite's locks do not hold on folders of other machines.
 void refuseNetworkFolder(const QString& file)
 {
     const QStorageInfo storage(QFileInfo(file).absolutePath());
     const bool share = QDir::toNativeSeparators(file).startsWith(u"\\\\"_s) || file.startsWith(u"//"_s);
-    if (share || isNetworkFileSystem(storage.fileSystemType())) {
+    if (share || isRemoteDrive(storage.rootPath()) || isNetworkFileSystem(storage.fileSystemType())) {
         throw storeError(Trouble::NetworkFolder, file);
     }
 }
