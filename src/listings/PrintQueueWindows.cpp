@@ -1,5 +1,3 @@
-// Not yet run on any machine.
-
 #include "PrintQueue.h"
 
 #include <oVELDRA/RuntimeError.h>

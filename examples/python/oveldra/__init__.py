@@ -35,7 +35,7 @@ _CALL = 2  # the kind of a member that is an operation
 
 
 def version() -> str:
-    """The version of the library, such as "0.6.0"."""
+    """The version of the library, such as "0.7.0"."""
     return library().functions.oveldra_version().decode()
 
 

@@ -28,10 +28,11 @@ def _die_with_test() -> None:
 
 
 class XDisplay:
-    """Lasts from its making to close(). What this process shows and starts from then on appears on it."""
+    """Lasts from its making to close(). What this process shows and starts from then on appears on it. Its files are
+    in a folder below `place`, which is the system's one for temporary files unless it is given."""
 
-    def __init__(self):
-        self._folder = tempfile.TemporaryDirectory(prefix="oveldra-screen-")
+    def __init__(self, place: str | None = None):
+        self._folder = tempfile.TemporaryDirectory(prefix="oveldra-screen-", dir=place)
         self._programs: list[subprocess.Popen] = []
         # The server looks for a free number itself and says which one it took when it is ready. It must not begin anew
         # when a client leaves: the next one could come in between.
@@ -77,11 +78,19 @@ class XDisplay:
         """Types a text of plain letters, digits and signs."""
         self._xdotool("type", text).check_returncode()
 
+    def active_window(self) -> tuple[str, str]:
+        """The number and the title of the window that has the keyboard; empty texts while none has it."""
+        number = self._xdotool("getactivewindow").stdout.strip()
+        # A program that takes the focus itself does so later than the window manager calls its window the active one.
+        if not number or self._xdotool("getwindowfocus", "-f").stdout.strip() != number:
+            return "", ""
+        return number, self._xdotool("getwindowname", number).stdout.rstrip("\n")
+
     def _start(self, command: list[str], **streams) -> subprocess.Popen:
         program = subprocess.Popen(command, preexec_fn=_die_with_test, stderr=subprocess.DEVNULL, **streams)
         self._programs.append(program)
         return program
 
     def _xdotool(self, *arguments: str) -> subprocess.CompletedProcess:
-        return subprocess.run(["xdotool", *arguments], timeout=COMMAND_TIMEOUT, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL)
+        return subprocess.run(["xdotool", *arguments], timeout=COMMAND_TIMEOUT, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, encoding="utf-8", errors="replace")
