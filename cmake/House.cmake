@@ -10,10 +10,12 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(OVELDRA_CCACHE ccache)
 if(OVELDRA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers carry time stamps; ccache must be told that they may differ.
+    # Precompiled headers carry time stamps; ccache must be told that they may differ. What one copy of the sources
+    # compiled serves another copy in another folder.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         "${CMAKE_COMMAND}" -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
         "${OVELDRA_CCACHE}")
 endif()
 
@@ -24,7 +26,9 @@ target_compile_options(oveldra_house INTERFACE
     -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wcast-qual
     -Wconversion -Wsign-conversion -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wsuggest-override -fpch-preprocess>
-    $<$<CXX_COMPILER_ID:Clang>:-Wsuggest-override -Wno-unused-command-line-argument>)
+    $<$<CXX_COMPILER_ID:Clang>:-Wsuggest-override -Wno-unused-command-line-argument>
+    # As for ccache: Clang must not compare the times of a precompiled header's sources, either.
+    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 target_compile_definitions(oveldra_house INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER
     QT_DISABLE_DEPRECATED_BEFORE=0x060400
@@ -41,6 +45,11 @@ if(OVELDRA_COVERAGE)
     target_compile_options(oveldra_house INTERFACE --coverage)
     target_link_options(oveldra_house INTERFACE --coverage)
 endif()
+
+# Programs and tests are not optimised in a Debug build: compiling them is what they cost there, and the libraries do the work.
+add_library(oveldra_program INTERFACE)
+target_link_libraries(oveldra_program INTERFACE oveldra_house)
+target_compile_options(oveldra_program INTERFACE $<$<CONFIG:Debug>:-O0>)
 
 # oveldra_library(NAME PCH pch-target SOURCES … LINKS …): the one library of a folder of src/.
 function(oveldra_library name)
