@@ -33,6 +33,12 @@ target_compile_definitions(oveldra_house INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER
     QT_DISABLE_DEPRECATED_BEFORE=0x060400
     $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+# What Debian hardens its programs with, and no folder of the building machine in what people get. The Release builds of
+# packages and of people are the same, so that each source is compiled once for both.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    target_compile_options(oveldra_house INTERFACE
+        $<$<CONFIG:Release>:-fstack-protector-strong -D_FORTIFY_SOURCE=2 -Wdate-time -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
+endif()
 if(OVELDRA_SANITIZE)
     target_compile_options(oveldra_house INTERFACE
         -fsanitize=${OVELDRA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
