@@ -7,10 +7,7 @@
 
 namespace oVELDRA::data {
 
-/// What a user calls a database: insumos, ncm or tornel.
-[[nodiscard]] QString nameOf(Database database);
-
-/// The database of a name. BadUsageError for another name.
+/// The database of a name that a user wrote. BadUsageError for another name.
 [[nodiscard]] Database baseOf(const QString& name);
 
 /// Which database it is that has these tables. RuntimeError -2147217865 when it has none that are known; BadUsageError

@@ -5,6 +5,7 @@
 
 #include <dialect/Value.h>
 #include <store/BulkInsert.h>
+#include <store/DatabaseName.h>
 #include <store/Engines.h>
 #include <store/Schema.h>
 
@@ -109,10 +110,10 @@ void report(const QString& url, Database database, const std::optional<tariff::T
     for (const store::TableSchema& schema : store::schemaOf(database)) {
         tables.append(schema.table.name);
     }
-    console.say(u"Se creó la base %1 en %2"_s.arg(nameOf(database), url));
+    console.say(u"Se creó la base %1 en %2"_s.arg(store::nameOf(database), url));
     console.say(u"Tablas: %1"_s.arg(tables.join(u", "_s)));
     QJsonObject result{
-        {u"url"_s, url}, {u"database"_s, nameOf(database)}, {u"tables"_s, QJsonArray::fromStringList(tables)}};
+        {u"url"_s, url}, {u"database"_s, store::nameOf(database)}, {u"tables"_s, QJsonArray::fromStringList(tables)}};
     if (tariff) {
         const auto positions = static_cast<qint64>(tariff->positions().size());
         const auto suffixes = static_cast<qint64>(tariff->suffixes().size());
@@ -127,7 +128,7 @@ void report(const QString& url, Database database, const std::optional<tariff::T
 int runCrear(const Arguments& arguments, Console& console)
 {
     const QString& url = arguments.operands[0];
-    const Database database = baseOf(arguments.options.value(u"base"_s, nameOf(Database::Inputs)));
+    const Database database = baseOf(arguments.options.value(u"base"_s, store::nameOf(Database::Inputs)));
     std::optional<tariff::Tariff> tariff;
     if (arguments.has(u"con-arancel"_s)) {
         if (database != Database::Nomenclature) {

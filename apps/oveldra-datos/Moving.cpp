@@ -7,6 +7,8 @@
 #include "Transfer.h"
 #include "TransferText.h"
 
+#include <store/DatabaseName.h>
+
 #include <optional>
 
 namespace oVELDRA::data {
@@ -71,12 +73,12 @@ int moveBase(Source& source, const Arguments& arguments, Console& console)
     if (rejections) {
         rejections->keep();
     }
-    console.say(u"Base %1, de %2 a %3"_s.arg(nameOf(database), arguments.operands[0], url));
+    console.say(u"Base %1, de %2 a %3"_s.arg(store::nameOf(database), arguments.operands[0], url));
     say(report, console);
     QJsonObject result = jsonOf(report);
     result.insert(u"source"_s, arguments.operands[0]);
     result.insert(u"destination"_s, url);
-    result.insert(u"database"_s, nameOf(database));
+    result.insert(u"database"_s, store::nameOf(database));
     console.result(result);
     if (!report.failures.isEmpty()) {
         console.complain(u"La prueba no cierra: lo escrito no es lo leído. No se guardó nada."_s);

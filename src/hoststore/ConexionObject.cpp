@@ -3,6 +3,8 @@
 
 #include <oVELDRA/Store.h>
 
+#include <store/DatabaseName.h>
+
 #include <array>
 #include <automation/Object.h>
 #include <automation/Texts.h>
@@ -21,23 +23,8 @@ namespace {
 using automation::newText;
 using automation::textFrom;
 
-constexpr int WrongArgument = 5;
 constexpr int Overflow = 6;
 constexpr int NotConnected = 3709;
-
-Database databaseFrom(const QString& name)
-{
-    if (name.compare("insumos"_L1, Qt::CaseInsensitive) == 0) {
-        return Database::Inputs;
-    }
-    if (name.compare("ncm"_L1, Qt::CaseInsensitive) == 0) {
-        return Database::Nomenclature;
-    }
-    if (name.compare("tornel"_L1, Qt::CaseInsensitive) == 0) {
-        return Database::Host;
-    }
-    throw RuntimeError(WrongArgument, u"No existe la base '%1': elija insumos, ncm o tornel."_s.arg(name));
-}
 
 /// Unconnected at first: whatever is asked of it then is error 3709.
 class ConexionObject final : public automation::Object<::_ConexionDB>
@@ -52,7 +39,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Create(BSTR url, BSTR database) override
     {
-        return guarded([&] { m_connection = createStore(textFrom(url), databaseFrom(textFrom(database))); });
+        return guarded([&] { m_connection = createStore(textFrom(url), store::databaseNamed(textFrom(database))); });
     }
     HRESULT STDMETHODCALLTYPE Close() override
     {

@@ -1,5 +1,7 @@
 #include "Schema.h"
 
+#include "DatabaseName.h"
+
 #include <initializer_list>
 
 namespace oVELDRA::store {
@@ -170,7 +172,7 @@ const std::vector<TableSchema>& schemaOf(Database database)
 
 void adoptKey(Table& table)
 {
-    for (const Database database : {Database::Inputs, Database::Nomenclature, Database::Host}) {
+    for (const Database database : databases) {
         for (const TableSchema& schema : schemaOf(database)) {
             if (schema.table.name.compare(table.name, Qt::CaseInsensitive) != 0) {
                 continue;

@@ -101,6 +101,7 @@ private Q_SLOTS:
     void progressGoesToTheEnd();
     void callsThatMakeNoSenseAreRefused_data();
     void callsThatMakeNoSenseAreRefused();
+    void anUnknownBaseIsNamed();
     void theResultIsGivenAsJson();
 
 private:
@@ -138,6 +139,7 @@ void tst_Crear::everyBaseHasItsTables_data()
         row({}, inputs);
         row(u"insumos"_s, inputs);
         row(u"ncm"_s, {u"NCM"_s, u"sufidos"_s});
+        row(u"NCM"_s, {u"NCM"_s, u"sufidos"_s}); // in any case
         row(u"tornel"_s, {u"caratula"_s, u"item"_s, u"groupsubitems"_s});
     }
 }
@@ -319,6 +321,16 @@ void tst_Crear::callsThatMakeNoSenseAreRefused()
     QFETCH(const Options, options);
     QVERIFY_THROWS_EXCEPTION(BadUsageError, crear(url, options));
     QVERIFY(!QFile::exists(u"x.sqlite"_s));
+}
+
+void tst_Crear::anUnknownBaseIsNamed()
+{
+    try {
+        crear(u"sqlite:x.sqlite"_s, {{u"base"_s, u"insumo"_s}});
+        QFAIL("it was made");
+    } catch (const BadUsageError& error) {
+        QCOMPARE(error.text(), u"No existe la base 'insumo': elija insumos, ncm o tornel."_s);
+    }
 }
 
 void tst_Crear::theResultIsGivenAsJson()

@@ -151,7 +151,8 @@ class Databases(StoreCase):
         self.assertEqual(told["CATNRO"], "A")
 
     def test_an_unknown_kind(self) -> None:
-        self.assertEqual(self.told("CreateUnknown")["create.number"], 5)
+        self.assertEqual(self.told("CreateUnknown").error("create")[:2],
+                         (5, "No existe la base 'otra': elija insumos, ncm o tornel."))
 
     def test_one_in_memory(self) -> None:
         told = self.told("UseMemory")
