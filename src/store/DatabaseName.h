@@ -8,6 +8,7 @@
 
 namespace oVELDRA::store {
 
+/// All there are.
 inline constexpr std::array databases = {Database::Inputs, Database::Nomenclature, Database::Host};
 
 /// What people and scripts call a database: insumos, ncm or tornel.
